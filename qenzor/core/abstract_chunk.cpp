@@ -1,0 +1,95 @@
+#include "qenzor/core/abstract_chunk.h"
+
+#include <memory>
+#include <new>
+
+#include "qenzor/core/chunk_factory.h"
+
+namespace qenzor {
+
+namespace {
+
+/// How deep this thread stands in nested chunks. The reading operations have no room for it among
+/// their arguments; it is back at zero whenever no read is under way.
+thread_local std::uint32_t t_depth = 0;
+
+class CDepthGuard {
+ public:
+  CDepthGuard() noexcept { ++t_depth; }
+  ~CDepthGuard() { --t_depth; }
+  CDepthGuard(const CDepthGuard&) = delete;
+  CDepthGuard& operator=(const CDepthGuard&) = delete;
+
+  bool IsTooDeep() const noexcept { return t_depth > kMaxChunkDepth; }
+};
+
+}  // namespace
+
+constinit const CRuntimeClass CAbstractChunk::kRuntimeClass{"CAbstractChunk",
+                                                            &CObject::kRuntimeClass};
+
+CAbstractChunk::CAbstractChunk() = default;
+
+const CRuntimeClass& CAbstractChunk::GetRuntimeClass() const { return kRuntimeClass; }
+
+bool CAbstractChunk::Read(const void* data, const std::uint32_t& size) {
+  if (!m_header.Read(data, size)) return false;
+  return ReadData(static_cast<const std::uint8_t*>(data) + CChunkHeader::kSize,
+                  size - CChunkHeader::kSize);
+}
+
+bool CAbstractChunk::Read(CFile* file) { return m_header.Read(file) && ReadData(file); }
+
+bool CAbstractChunk::ReadData(const void* data, const std::uint32_t& size) try {
+  const CDepthGuard depth;
+  std::uint32_t consumed = 0;
+  if (depth.IsTooDeep() || !ReadPrimitiveBlock(data, size, consumed)) return false;
+  return ReadChunkBlock(static_cast<const std::uint8_t*>(data) + consumed, size - consumed,
+                        m_header.DataSize - consumed);
+} catch (const std::bad_alloc&) {
+  return false;
+}
+
+bool CAbstractChunk::ReadData(CFile* file) try {
+  const CDepthGuard depth;
+  std::uint32_t consumed = 0;
+  if (depth.IsTooDeep() || !ReadPrimitiveBlock(file, consumed)) return false;
+  return ReadChunkBlock(file, m_header.DataSize - consumed);
+} catch (const std::bad_alloc&) {
+  return false;
+}
+
+bool CAbstractChunk::ReadChunkBlock(const void* data, const std::uint32_t& available,
+                                    const std::uint32_t& needed) {
+  if (available < needed) return false;
+  const auto* bytes = static_cast<const std::uint8_t*>(data);
+  std::uint32_t total = 0;
+  for (std::uint32_t index = 0; total < needed; ++index) {
+    const std::uint32_t remaining = available - total;
+    CAbstractChunk* chunk = CChunkFactory::Create(bytes + total, remaining);
+    if (chunk == nullptr) return false;
+    total += chunk->GetChunkSize();
+    SubChunkSet(index, chunk);
+  }
+  return total == needed;
+}
+
+bool CAbstractChunk::ReadChunkBlock(CFile* file, std::uint32_t needed) {
+  std::uint32_t total = 0;
+  for (std::uint32_t index = 0; total < needed; ++index) {
+    CAbstractChunk* chunk = CChunkFactory::Create(file);
+    if (chunk == nullptr) return false;
+    total += chunk->GetChunkSize();
+    SubChunkSet(index, chunk);
+  }
+  return total == needed;
+}
+
+bool CAbstractChunk::Write(CFile* file, bool recalc) {
+  if (recalc) RecursiveReCalcDataSize();
+  return m_header.Write(file) && WriteData(file, false);
+}
+
+void CAbstractChunk::SubChunkSet(std::uint32_t /*index*/, CAbstractChunk* chunk) { delete chunk; }
+
+}  // namespace qenzor

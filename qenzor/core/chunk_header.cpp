@@ -1,0 +1,33 @@
+#include "qenzor/core/chunk_header.h"
+
+#include "qenzor/core/block.h"
+#include "qenzor/core/coding.h"
+
+namespace qenzor {
+
+bool CChunkHeader::Read(CFile* file) {
+  std::array<std::uint8_t, kSize> bytes{};
+  std::uint32_t count = file->Read(bytes.data(), 4);
+  count += file->Read(bytes.data() + 4, 4);
+  return count == kSize && Read(bytes.data(), kSize);
+}
+
+bool CChunkHeader::Read(const void* data, const std::uint32_t& size) {
+  if (size < kSize) return false;
+  const auto* bytes = static_cast<const std::uint8_t*>(data);
+  NumberCoding::Load(bytes, ChunkId);
+  NumberCoding::Load(bytes + 4, DataSize);
+  return true;
+}
+
+bool CChunkHeader::Write(CFile* file) try {
+  WriteBlock(*file, kSize, [this](std::uint8_t* bytes) {
+    NumberCoding::Store(bytes, ChunkId);
+    NumberCoding::Store(bytes + 4, DataSize);
+  });
+  return true;
+} catch (const std::exception&) {
+  return false;
+}
+
+}  // namespace qenzor

@@ -1,0 +1,63 @@
+#pragma once
+
+// What the two documents share: a file info block of fixed fields in front of one root chunk.
+
+#include <limits>
+#include <memory>
+#include <new>
+
+#include "qenzor/core/block.h"
+#include "qenzor/core/fields.h"
+#include "qenzor/core/source.h"
+
+namespace qenzor {
+
+template <class Info>
+bool ReadInfo(const void* data, std::uint32_t size, Info& info) {
+  if (size < PackedSize<Info>()) return false;
+  LoadPacked(static_cast<const std::uint8_t*>(data), info);
+  return true;
+}
+
+template <class Info>
+bool ReadInfo(CFile& file, Info& info) {
+  std::array<std::uint8_t, PackedSize<Info>()> bytes;
+  if (file.Read(bytes.data(), PackedSize<Info>()) != bytes.size()) return false;
+  LoadPacked(bytes.data(), info);
+  return true;
+}
+
+template <class Info>
+bool WriteInfo(CFile& file, const Info& info) try {
+  WriteBlock(file, PackedSize<Info>(), [&](std::uint8_t* bytes) { StorePacked(bytes, info); });
+  return true;
+} catch (const std::exception&) {
+  return false;
+}
+
+/// Reads the whole file into memory and hands its bytes to read. False when the file cannot be
+/// opened, is longer than 32 bits tell, does not fit into memory or does not come whole.
+template <class ReadBytes>
+bool ReadWholeFile(const CString& path, ReadBytes&& read) {
+  CFile file;
+  if (!file.Open(path, CFile::modeRead | CFile::typeBinary)) return false;
+  const std::uint64_t length = file.GetLength();
+  if (length > std::numeric_limits<std::uint32_t>::max()) return false;
+  const auto size = static_cast<std::uint32_t>(length);
+  const std::unique_ptr<std::uint8_t[]> bytes(new (std::nothrow) std::uint8_t[length]);
+  if (bytes == nullptr || file.Read(bytes.get(), size) != size) return false;
+  return read(bytes.get(), size);
+}
+
+/// Creates the file and lets write fill it; true when all of it has reached the file.
+template <class WriteBytes>
+bool WriteWholeFile(const CString& path, WriteBytes&& write) try {
+  CDocumentFile file;
+  if (!file.Open(path, CFile::modeCreate | CFile::modeWrite | CFile::typeBinary)) return false;
+  const bool written = write(file);
+  return file.Finish() && written;
+} catch (const std::bad_alloc&) {
+  return false;
+}
+
+}  // namespace qenzor

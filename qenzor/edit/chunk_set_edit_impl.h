@@ -1,0 +1,209 @@
+#pragma once
+
+#include "qenzor/core/chunk_set.h"
+#include "qenzor/edit/chunk_set_edit.h"
+#include "qenzor/edit/edit_rows_impl.h"
+
+namespace qenzor {
+
+/// A copy of an edit object that belongs to its owner at once.
+template <class Edit>
+std::unique_ptr<Edit> CloneOfEdit(Edit* original) {
+  return std::unique_ptr<Edit>(original == nullptr ? nullptr
+                                                   : static_cast<Edit*>(original->Clone()));
+}
+
+/// The chunk made of an edit object, which belongs to its owner at once.
+template <class Chunk, class Edit>
+std::unique_ptr<Chunk> ChunkOfEdit(Edit* edit) {
+  return std::unique_ptr<Chunk>(edit == nullptr ? nullptr
+                                                : static_cast<Chunk*>(edit->EditDataToChunkData()));
+}
+
+template <class TEdit>
+std::uint32_t CAbstractChunkSetEdit<TEdit>::GetElemCount() const {
+  return static_cast<std::uint32_t>(m_list.size());
+}
+
+// The array.
+
+template <class T, class TEdit>
+CAbstractChunk* CChunkSetArrayEdit<T, TEdit>::EditDataToChunkData() {
+  std::unique_ptr<CAbstractChunk> chunk(GetChunkInstance());
+  auto* set = class_cast<CChunkSetArray<T>>(chunk.get());
+  if (set == nullptr) return chunk.release();
+  set->GetNewArray(this->GetElemCount());
+  std::uint32_t place = 0;
+  for (const auto& elem : this->m_list)
+    if (elem != nullptr)
+      set->SetElem(place++, ChunkOfEdit<std::remove_pointer_t<T>>(elem.get()).release());
+  return chunk.release();
+}
+
+template <class T, class TEdit>
+void CChunkSetArrayEdit<T, TEdit>::ChunkDataToEditData(CAbstractChunk* chunk) {
+  Release();
+  auto* set = class_cast<CChunkSetArray<T>>(chunk);
+  if (set == nullptr) return;
+  const std::uint32_t count = set->GetElemCount();
+  this->m_list.reserve(count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    T elem = set->GetElem(i);
+    if (elem == nullptr) continue;
+    // The catalogue gives every class derived from the element class an edit form derived from the
+    // element edit class, so no test is needed here.
+    if (auto edit = MakeEdit(*elem); edit != nullptr)
+      this->m_list.emplace_back(static_cast<TEdit>(edit.release()));
+  }
+}
+
+template <class T, class TEdit>
+CAbstractChunkEdit* CChunkSetArrayEdit<T, TEdit>::Clone() {
+  std::unique_ptr<CAbstractChunkEdit> clone(GetChunkEditInstance());
+  clone->DeepCopy(this);
+  return clone.release();
+}
+
+template <class T, class TEdit>
+void CChunkSetArrayEdit<T, TEdit>::DeepCopy(CAbstractChunkEdit* source) {
+  if (source == this) return;
+  Release();
+  auto* same = dynamic_cast<CChunkSetArrayEdit*>(source);
+  if (same == nullptr) return;
+  this->m_list.reserve(same->m_list.size());
+  for (const auto& elem : same->m_list)
+    if (elem != nullptr) this->m_list.push_back(CloneOfEdit(elem.get()));
+}
+
+template <class T, class TEdit>
+bool CChunkSetArrayEdit<T, TEdit>::SetSubChunkEdit(CAbstractChunkEdit* sub) {
+  std::unique_ptr<CAbstractChunkEdit> owned(sub);
+  auto* elem = dynamic_cast<TEdit>(sub);
+  if (elem == nullptr) return false;
+  this->m_list.emplace_back();
+  owned.release();
+  this->m_list.back().reset(elem);
+  return true;
+}
+
+template <class T, class TEdit>
+void CChunkSetArrayEdit<T, TEdit>::Release() {
+  this->m_list.clear();
+}
+
+template <class T, class TEdit>
+TEdit CChunkSetArrayEdit<T, TEdit>::GetElem(std::uint32_t index) const {
+  return index < this->m_list.size() ? this->m_list[index].get() : nullptr;
+}
+
+template <class T, class TEdit>
+void CChunkSetArrayEdit<T, TEdit>::AddElem(std::uint32_t index, TEdit elem) {
+  std::unique_ptr<typename CAbstractChunkSetEdit<TEdit>::ElementEdit> owned(elem);
+  List& list = this->m_list;
+  const std::size_t place = std::min<std::size_t>(index, list.size());
+  list.insert(list.begin() + static_cast<std::ptrdiff_t>(place), std::move(owned));
+}
+
+template <class T, class TEdit>
+void CChunkSetArrayEdit<T, TEdit>::DelElem(std::uint32_t index) {
+  if (index < this->m_list.size())
+    this->m_list.erase(this->m_list.begin() + static_cast<std::ptrdiff_t>(index));
+}
+
+// The map.
+
+template <class T, class TEdit>
+CChunkSetMapEdit<std::uint64_t, T, TEdit>::CChunkSetMapEdit() : m_elems(kBuckets) {}
+
+template <class T, class TEdit>
+CAbstractChunk* CChunkSetMapEdit<std::uint64_t, T, TEdit>::EditDataToChunkData() {
+  std::unique_ptr<CAbstractChunk> chunk(GetChunkInstance());
+  std::uint32_t index = 0;
+  m_elems.ForEachOrdered([&](std::uint64_t, const auto& elem) {
+    chunk->SubChunkSet(index++, elem->EditDataToChunkData());
+  });
+  return chunk.release();
+}
+
+template <class T, class TEdit>
+void CChunkSetMapEdit<std::uint64_t, T, TEdit>::ChunkDataToEditData(CAbstractChunk* chunk) {
+  Release();
+  auto* set = class_cast<CChunkSetMap<std::uint64_t, T>>(chunk);
+  if (set == nullptr) return;
+  m_elems.Reserve(set->GetElemCount());
+  for (T elem : set->GetElems())
+    if (auto edit = MakeEdit(*elem); edit != nullptr)
+      AddElem(static_cast<ElementEdit*>(edit.release()));
+}
+
+template <class T, class TEdit>
+CAbstractChunkEdit* CChunkSetMapEdit<std::uint64_t, T, TEdit>::Clone() {
+  std::unique_ptr<CAbstractChunkEdit> clone(GetChunkEditInstance());
+  clone->DeepCopy(this);
+  return clone.release();
+}
+
+template <class T, class TEdit>
+void CChunkSetMapEdit<std::uint64_t, T, TEdit>::DeepCopy(CAbstractChunkEdit* source) {
+  if (source == this) return;
+  Release();
+  auto* same = dynamic_cast<CChunkSetMapEdit*>(source);
+  if (same == nullptr) return;
+  m_elems.Reserve(same->m_elems.GetCount());
+  same->m_elems.ForEachOrdered(
+      [&](std::uint64_t, const auto& elem) { AddElem(CloneOfEdit(elem.get()).release()); });
+}
+
+template <class T, class TEdit>
+bool CChunkSetMapEdit<std::uint64_t, T, TEdit>::SetSubChunkEdit(CAbstractChunkEdit* sub) {
+  std::unique_ptr<CAbstractChunkEdit> owned(sub);
+  auto* elem = dynamic_cast<TEdit>(sub);
+  if (elem == nullptr) return false;
+  owned.release();
+  AddElem(elem);
+  return true;
+}
+
+template <class T, class TEdit>
+void CChunkSetMapEdit<std::uint64_t, T, TEdit>::Release() {
+  m_elems.Clear();
+}
+
+template <class T, class TEdit>
+std::uint32_t CChunkSetMapEdit<std::uint64_t, T, TEdit>::GetElemCount() const {
+  return static_cast<std::uint32_t>(m_elems.GetCount());
+}
+
+template <class T, class TEdit>
+TEdit CChunkSetMapEdit<std::uint64_t, T, TEdit>::GetElem(std::uint64_t key) const {
+  const auto* elem = m_elems.Find(key);
+  return elem == nullptr ? nullptr : elem->get();
+}
+
+template <class T, class TEdit>
+std::vector<TEdit> CChunkSetMapEdit<std::uint64_t, T, TEdit>::GetElems() const {
+  std::vector<TEdit> elems;
+  elems.reserve(m_elems.GetCount());
+  m_elems.ForEachOrdered([&](std::uint64_t, const auto& elem) { elems.push_back(elem.get()); });
+  return elems;
+}
+
+template <class T, class TEdit>
+TEdit CChunkSetMapEdit<std::uint64_t, T, TEdit>::DelElem(std::uint64_t key) {
+  auto elem = m_elems.Remove(key);
+  return elem.has_value() ? elem->release() : nullptr;
+}
+
+// Concrete set edits.
+
+template <class Self, class Chunk, class SetBase>
+CAbstractChunk* CSetEditOf<Self, Chunk, SetBase>::GetChunkInstance() {
+  return new Chunk;
+}
+
+template <class Self, class Chunk, class SetBase>
+CAbstractChunkEdit* CSetEditOf<Self, Chunk, SetBase>::GetChunkEditInstance() {
+  return new Self;
+}
+
+}  // namespace qenzor

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "qenzor/platform/export.h"
+#include "qenzor/platform/strings.h"
+
+#include <string_view>
+
+namespace qenzor {
+
+/// Conversion between UTF-16 and the narrow code page, CP932 (the Shift_JIS variant of Windows).
+///
+/// Only pairs that convert to each other are known: no look-alike is substituted, so text that
+/// narrows without a '?' widens to itself again. All functions may be called from several threads.
+/// They fail only for want of memory. A system without this code page narrows all but ASCII to '?'
+/// and widens all but ASCII to U+FFFD.
+
+/// Appends `wide` to `out`, one '?' for each UTF-16 unit that the code page lacks (two for a
+/// surrogate pair). When memory runs out, `out` is unchanged.
+QENZOR_EXPORT void AppendNarrow(CString& out, std::u16string_view wide);
+
+/// `wide` in the code page, with '?' as in AppendNarrow.
+[[nodiscard]] QENZOR_EXPORT CString NarrowText(std::u16string_view wide);
+
+/// `narrow` as UTF-16. A byte that begins no character becomes U+FFFD, and reading goes on with the
+/// byte after it.
+[[nodiscard]] QENZOR_EXPORT CStringW WidenText(std::string_view narrow);
+
+} // namespace qenzor

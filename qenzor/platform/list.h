@@ -1,0 +1,11 @@
+#pragma once
+
+#include <vector>
+
+namespace qenzor {
+
+/// An ordered list: contiguous, because walking and indexing are what callers do most.
+template <class T>
+using CList = std::vector<T>;
+
+} // namespace qenzor

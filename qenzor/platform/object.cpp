@@ -1,0 +1,11 @@
+#include "qenzor/platform/object.h"
+
+namespace qenzor {
+
+constinit const CRuntimeClass CObject::kRuntimeClass{"CObject"};
+
+CObject::~CObject() = default;
+
+const CRuntimeClass& CObject::GetRuntimeClass() const { return kRuntimeClass; }
+
+}  // namespace qenzor

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string_view>
+
+#include "qenzor/platform/export.h"
+
+namespace qenzor {
+
+/// What an object tells of its class at run time: its name and the class it derives from.
+/// One instance a class, compared by address.
+struct CRuntimeClass {
+  std::string_view Name;
+  const CRuntimeClass* Base = nullptr;
+
+  constexpr bool IsDerivedFrom(const CRuntimeClass& other) const noexcept {
+    const CRuntimeClass* cls = this;
+    while (cls != nullptr && cls != &other) cls = cls->Base;
+    return cls != nullptr;
+  }
+};
+
+/// The object base: run-time class information and a virtual destructor.
+/// A class that derives from one of the library's and keeps its GetRuntimeClass counts as that one.
+class QENZOR_EXPORT CObject {
+ public:
+  static const CRuntimeClass kRuntimeClass;
+
+  virtual const CRuntimeClass& GetRuntimeClass() const;
+  virtual ~CObject();
+
+  CObject(const CObject&) = delete;
+  CObject& operator=(const CObject&) = delete;
+
+ protected:
+  CObject() = default;
+};
+
+/// The object as a T when its class is T or derives from T, else null.
+template <class T>
+T* class_cast(CObject* object) noexcept {
+  if (object == nullptr || !object->GetRuntimeClass().IsDerivedFrom(T::kRuntimeClass))
+    return nullptr;
+  return static_cast<T*>(object);
+}
+
+}  // namespace qenzor

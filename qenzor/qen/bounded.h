@@ -1,0 +1,48 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+
+#include "qenzor/platform/geometry.h"
+
+namespace qenzor {
+
+enum class QENZOR_EXPORT BoundsOf { kAllPoints, kRing };
+
+/// Adds to the data of an object with points their bounding rectangle, taken while reading. It is
+/// empty at the origin for an object without points and for one that was not read.
+template <class Data, BoundsOf kOf>
+class QENZOR_EXPORT Bounded : public Data {
+ public:
+  /// The bounding rectangle as it was found when the object was read.
+  CRect GetBoundRect() const { return m_boundRect; }
+
+ protected:
+  /// A ring closes where it began, so in memory its last point is left out.
+  void AfterMemoryRead() {
+    const std::size_t count = this->Pt.size();
+    SetBoundRect(kOf == BoundsOf::kRing && count > 1 ? count - 1 : count);
+  }
+  void AfterFileRead() { SetBoundRect(this->Pt.size()); }
+  void CopyDerived(const Bounded& source) { m_boundRect = source.m_boundRect; }
+
+ private:
+  void SetBoundRect(std::size_t count) {
+    m_boundRect = {};
+    if (count == 0) return;
+    const CPoint first = this->Pt[0];
+    CRect rect{first.x, first.y, first.x, first.y};
+    for (std::size_t i = 1; i < count; ++i) {
+      const CPoint point = this->Pt[i];
+      rect.left = std::min(rect.left, point.x);
+      rect.right = std::max(rect.right, point.x);
+      rect.top = std::min(rect.top, point.y);
+      rect.bottom = std::max(rect.bottom, point.y);
+    }
+    m_boundRect = rect;
+  }
+
+  CRect m_boundRect;
+};
+
+}  // namespace qenzor

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "qenzor/core/chunk_of.h"
+#include "qenzor/edit/edit_of.h"
+#include "qenzor/qen/z_id_obj_set.h"
+#include "qenzor/text/converter_of.h"
+
+namespace qenzor {
+
+class CLayerDataEdit;
+class CLayerDataTextConverter;
+
+/// Data: number (u16), then at most one zIdObjSet as sub-chunk.
+template <class Form>
+struct QENZOR_EXPORT LayerDataData {
+  std::uint16_t LayerNo = 0;
+  typename Form::template Slot<CZIdObjSet> ZIdObjSet;
+
+  static constexpr auto Fields() {
+    return std::tuple{field("LayerNo", &LayerDataData::LayerNo),
+                      slot<CZIdObjSet>("ZIdObjSet", &LayerDataData::ZIdObjSet)};
+  }
+  /// A released edit object starts again from number 0.
+  void ResetNumber() requires(!Form::kIsChunk) { LayerNo = 0; }
+};
+
+/// One layer of a mesh segment: its number and its z-id objects.
+class QENZOR_EXPORT CLayerData
+    : public CChunkOf<CLayerData, CAbstractChunk, LayerDataData<ChunkForm>> {
+ public:
+  static constexpr std::uint32_t kChunkId = 7;
+  static constexpr std::string_view kTag = "LayerData";
+  using EditClass = CLayerDataEdit;
+  using ConverterClass = CLayerDataTextConverter;
+};
+
+class QENZOR_EXPORT CLayerDataEdit
+    : public CEditOf<CLayerDataEdit, CLayerData, CAbstractChunkEdit, LayerDataData<EditForm>> {};
+
+class QENZOR_EXPORT CLayerDataTextConverter : public CConverterOf<CLayerData, CLayerDataEdit> {};
+
+extern template class CChunkOf<CLayerData, CAbstractChunk, LayerDataData<ChunkForm>>;
+extern template class CEditOf<CLayerDataEdit, CLayerData, CAbstractChunkEdit,
+                              LayerDataData<EditForm>>;
+extern template class CConverterOf<CLayerData, CLayerDataEdit>;
+
+}  // namespace qenzor

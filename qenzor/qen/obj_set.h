@@ -1,0 +1,46 @@
+#pragma once
+
+#include "qenzor/core/chunk_set.h"
+#include "qenzor/edit/chunk_set_edit.h"
+#include "qenzor/qen/abstract_obj.h"
+#include "qenzor/text/chunk_set_text_converter.h"
+
+namespace qenzor {
+
+class CLineObj;
+class CPolyObj;
+class CCmbLblObj;
+class CRasLLObj;
+class CRasMMObj;
+class CObjSetEdit;
+class CObjSetTextConverter;
+
+/// The map objects of a z-id object, of any kind, in drawing order.
+class QENZOR_EXPORT CObjSet : public CSetOf<CObjSet, CChunkSetArray<CAbstractObj*>> {
+ public:
+  static constexpr std::uint32_t kChunkId = 22;
+  static constexpr std::string_view kTag = "ObjSet";
+  using EditClass = CObjSetEdit;
+  using ConverterClass = CObjSetTextConverter;
+};
+
+class QENZOR_EXPORT CObjSetEdit
+    : public CSetEditOf<CObjSetEdit, CObjSet,
+                        CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>> {};
+
+class QENZOR_EXPORT CObjSetTextConverter
+    : public CSetConverterOf<CChunkSetArrayTextConverter<CAbstractObj*>, CLineObj, CPolyObj,
+                             CCmbLblObj, CRasLLObj, CRasMMObj> {};
+
+extern template class CAbstractChunkSet<CAbstractObj*>;
+extern template class CChunkSetArray<CAbstractObj*>;
+extern template class CSetOf<CObjSet, CChunkSetArray<CAbstractObj*>>;
+extern template class CAbstractChunkSetEdit<CAbstractObjEdit*>;
+extern template class CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>;
+extern template class CSetEditOf<CObjSetEdit, CObjSet,
+                                 CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>>;
+extern template class CChunkSetArrayTextConverter<CAbstractObj*>;
+extern template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractObj*>, CLineObj,
+                                      CPolyObj, CCmbLblObj, CRasLLObj, CRasMMObj>;
+
+}  // namespace qenzor

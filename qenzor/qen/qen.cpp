@@ -1,0 +1,134 @@
+#include "qenzor/qen/qen.h"
+
+#include "qenzor/core/document_impl.h"
+#include "qenzor/text/document_text_impl.h"
+
+namespace qenzor {
+
+CQen::CQen() = default;
+CQen::~CQen() = default;
+
+CQen* CQen::Clone() try {
+  auto clone = std::make_unique<CQen>();
+  clone->DeepCopy(this);
+  return clone.release();
+} catch (const std::bad_alloc&) {
+  return nullptr;
+}
+
+void CQen::DeepCopy(CQen* source) {
+  if (source == this) return;
+  Release();
+  static_cast<QenFileInfo&>(*this) = *source;
+  MapData = CloneOf(source->MapData.get());
+}
+
+bool CQen::Read(const CString& path) {
+  return ReadWholeFile(path,
+                       [this](const void* data, std::uint32_t size) { return Read(data, size); });
+}
+
+bool CQen::Read(const void* data, const std::uint32_t& size) {
+  constexpr std::uint32_t kInfoSize = PackedSize<QenFileInfo>();
+  return ReadFileInfo(data, size) &&
+         ReadMapData(static_cast<const std::uint8_t*>(data) + kInfoSize, size - kInfoSize);
+}
+
+bool CQen::Read(CFile* file) { return ReadFileInfo(file) && ReadMapData(file); }
+
+bool CQen::Write(const CString& path) {
+  return WriteWholeFile(path, [this](CFile& file) { return Write(&file); });
+}
+
+bool CQen::Write(CFile* file) { return WriteFileInfo(file) && WriteMapData(file); }
+
+void CQen::Release() { MapData.reset(); }
+
+bool CQen::ReadFileInfo(CFile* file) { return ReadInfo<QenFileInfo>(*file, *this); }
+
+bool CQen::ReadFileInfo(const void* data, const std::uint32_t& size) {
+  return ReadInfo<QenFileInfo>(data, size, *this);
+}
+
+bool CQen::ReadMapData(CFile* file) {
+  MapData.reset(new (std::nothrow) CQenMapData);
+  return MapData != nullptr && MapData->Read(file);
+}
+
+bool CQen::ReadMapData(const void* data, const std::uint32_t& size) {
+  MapData.reset(new (std::nothrow) CQenMapData);
+  return MapData != nullptr && MapData->Read(data, size);
+}
+
+bool CQen::WriteFileInfo(CFile* file) { return WriteInfo<QenFileInfo>(*file, *this); }
+
+bool CQen::WriteMapData(CFile* file) { return MapData != nullptr && MapData->Write(file, true); }
+
+CQenEdit::CQenEdit() = default;
+CQenEdit::~CQenEdit() = default;
+
+CQen* CQenEdit::EditDataToQenData() try {
+  auto doc = std::make_unique<CQen>();
+  static_cast<QenFileInfo&>(*doc) = *this;
+  doc->MapData = ChunkOfEdit<CQenMapData>(MapData.get());
+  return doc.release();
+} catch (const std::bad_alloc&) {
+  return nullptr;
+}
+
+void CQenEdit::QenDataToEditData(CQen* doc) {
+  Release();
+  static_cast<QenFileInfo&>(*this) = *doc;
+  if (doc->MapData == nullptr) return;
+  MapData = std::make_unique<CQenMapDataEdit>();
+  MapData->ChunkDataToEditData(doc->MapData.get());
+}
+
+bool CQenEdit::SetSubChunkEdit(CAbstractChunkEdit* sub) {
+  std::unique_ptr<CAbstractChunkEdit> owned(sub);
+  auto* map_data = dynamic_cast<CQenMapDataEdit*>(sub);
+  if (map_data == nullptr) return false;
+  owned.release();
+  MapData.reset(map_data);
+  return true;
+}
+
+void CQenEdit::Release() { MapData.reset(); }
+
+CQenTextConverter::CQenTextConverter() = default;
+CQenTextConverter::~CQenTextConverter() = default;
+
+bool CQenTextConverter::ConvertChunkToText(CString path, CQen& doc, std::uint32_t level) {
+  return WriteXmlFile(path, [&](CStdioFile& file) { ConvertChunkToText(file, doc, level); });
+}
+
+void CQenTextConverter::ConvertChunkToText(CStdioFile& file, CQen& doc, std::uint32_t level) {
+  WriteXmlDocument<QenFileInfo>(CXmlWriter(file, level), "Qen", doc, CQenMapData::kTag,
+                                doc.MapData.get());
+}
+
+CQenEdit* CQenTextConverter::ConvertTextToQenEdit(CString path) {
+  return ReadXmlDocument<CQenEdit>(
+      path, "Qen", [this](CQenEdit* edit, TiXmlElement* root) { SetQenEditParam(edit, root); });
+}
+
+void CQenTextConverter::SetQenEditParam(CQenEdit* edit, TiXmlElement* root) {
+  if (edit == nullptr || root == nullptr) return;
+  ForEachChild(*root, [&](TiXmlElement& child) {
+    if (child.ValueStr() == "QenFileInfo") {
+      SetQenFileInfoParam(edit, &child);
+    } else if (child.ValueStr() == CQenMapData::kTag) {
+      edit->MapData.reset();
+      auto map_data = std::make_unique<CQenMapDataEdit>();
+      CQenMapDataTextConverter().SetChunkEditParam(map_data.get(), &child);
+      edit->MapData = std::move(map_data);
+    }
+  });
+}
+
+void CQenTextConverter::SetQenFileInfoParam(CQenEdit* edit, TiXmlElement* elem) {
+  if (edit != nullptr && elem != nullptr)
+    ReadXmlFields(*elem, QenFileInfo::Fields(), static_cast<QenFileInfo&>(*edit));
+}
+
+}  // namespace qenzor

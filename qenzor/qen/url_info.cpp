@@ -1,0 +1,28 @@
+#include "qenzor/qen/url_info.h"
+
+#include "qenzor/core/chunk_of_impl.h"
+#include "qenzor/edit/edit_of_impl.h"
+#include "qenzor/text/field_text_impl.h"
+
+namespace qenzor {
+
+template class CChunkOf<CUrlInfo, CAbstractAddedObjInfo, UrlInfoData<ChunkForm>>;
+template class CEditOf<CUrlInfoEdit, CUrlInfo, CAbstractAddedObjInfoEdit, UrlInfoData<EditForm>>;
+
+void CUrlInfoTextConverter::ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk,
+                                                std::uint32_t level) {
+  const auto* url = class_cast<CUrlInfo>(chunk);
+  if (url == nullptr) return;
+  constexpr std::string_view kTextTag = "Text";
+  const CString text = NarrowText(url->Text);
+  CXmlWriter xml(file, level);
+  xml.TextElement(kTextTag, text);
+  xml.Text(kTextTag, text);
+}
+
+void CUrlInfoTextConverter::SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) {
+  auto* url = dynamic_cast<CUrlInfoEdit*>(edit);
+  if (url != nullptr && elem != nullptr) url->Text = WidenText(TextOf(*elem));
+}
+
+}  // namespace qenzor

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "qenzor/text/chunk_set_text_converter.h"
+
+namespace qenzor {
+
+template <class T>
+void CChunkSetArrayTextConverter<T>::ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk,
+                                                         std::uint32_t level) {
+  auto* set = class_cast<CChunkSetArray<T>>(chunk);
+  if (set == nullptr) return;
+  const std::uint32_t count = set->GetElemCount();
+  for (std::uint32_t i = 0; i < count; ++i)
+    if (T elem = set->GetElem(i); elem != nullptr)
+      this->ConvertChunkToString(file, this->GetElemTagName(elem), elem, level);
+}
+
+template <class T>
+void CChunkSetMapTextConverter<std::uint64_t, T>::ConvertDataToString(CStdioFile& file,
+                                                                      CAbstractChunk* chunk,
+                                                                      std::uint32_t level) {
+  auto* set = class_cast<CChunkSetMap<std::uint64_t, T>>(chunk);
+  if (set == nullptr) return;
+  for (T elem : set->GetElems())
+    this->ConvertChunkToString(file, this->GetElemTagName(elem), elem, level);
+}
+
+template <class SetBase, class... Elements>
+CString CSetConverterOf<SetBase, Elements...>::GetElemTagName(CAbstractChunk* elem) {
+  CString tag;
+  const bool known =
+      ((class_cast<Elements>(elem) != nullptr && (tag = Elements::kTag, true)) || ...);
+  return known ? tag : SetBase::GetElemTagName(elem);
+}
+
+}  // namespace qenzor

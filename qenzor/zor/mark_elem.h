@@ -1,0 +1,66 @@
+#pragma once
+
+#include "qenzor/core/fields.h"
+#include "qenzor/core/forms.h"
+#include "qenzor/platform/export.h"
+#include "qenzor/platform/file.h"
+
+namespace qenzor {
+
+class CMarkElemEdit;
+
+/// Bytes: ElemKind (i16), LineWidth (i16), Color (u32), point count (u16), points (x and y, i16
+/// each); 10 + 4 * count bytes.
+template <class Form>
+struct QENZOR_EXPORT MarkElemData {
+  std::int16_t ElemKind = 0;
+  std::int16_t LineWidth = 0;
+  std::uint32_t Color = 0;
+  typename Form::template Array<CPoint> Pt;
+
+  static constexpr auto Fields() {
+    using D = MarkElemData;
+    return std::tuple{field("ElemKind", &D::ElemKind), field("LineWidth", &D::LineWidth),
+                      color("Color", &D::Color), array("Pt", &D::Pt)};
+  }
+};
+
+/// One element of a mark: a polyline or polygon with its width and colour. A record of the mark's
+/// own bytes, not a chunk.
+class QENZOR_EXPORT CMarkElem : public MarkElemData<ChunkForm> {
+ public:
+  using EditClass = CMarkElemEdit;
+
+  /// Reads from the file's position; false when its bytes do not come.
+  bool Read(CFile* file);
+  /// Reads from a block of size bytes; consumed is how many were taken. False when there are too
+  /// few.
+  bool Read(const void* data, const std::uint32_t& size, std::uint32_t& consumed);
+  /// False when the file refuses the bytes.
+  bool Write(CFile* file) const;
+  std::uint32_t GetWriteDataSize() const;
+  void DeepCopy(const CMarkElem& source);
+};
+
+/// The editable form of a mark element.
+class QENZOR_EXPORT CMarkElemEdit : public MarkElemData<EditForm> {
+ public:
+  CMarkElemEdit();
+  virtual ~CMarkElemEdit();
+  CMarkElemEdit(const CMarkElemEdit&) = delete;
+  CMarkElemEdit& operator=(const CMarkElemEdit&) = delete;
+
+  /// Replaces the content with a copy of the source's.
+  virtual void DeepCopy(const CMarkElemEdit* source);
+  /// A new object with a copy of everything, owned by the caller.
+  [[nodiscard]] virtual CMarkElemEdit* Clone() const;
+
+  /// Fills this object from a record.
+  void MarkElemToEditData(const CMarkElem& elem);
+  /// Fills a record from this object; of more points than 65,535 as many as the count tells.
+  void EditDataToMarkElem(CMarkElem& elem) const;
+  /// Empties the point list.
+  void Release();
+};
+
+}  // namespace qenzor

@@ -1,0 +1,129 @@
+#include "qenzor/zor/zor.h"
+
+#include "qenzor/core/document_impl.h"
+#include "qenzor/text/document_text_impl.h"
+
+namespace qenzor {
+
+CZor::CZor() = default;
+CZor::~CZor() = default;
+
+CZor* CZor::Clone() try {
+  auto clone = std::make_unique<CZor>();
+  clone->DeepCopy(this);
+  return clone.release();
+} catch (const std::bad_alloc&) {
+  return nullptr;
+}
+
+void CZor::DeepCopy(CZor* source) {
+  if (source == this) return;
+  Release();
+  static_cast<ZorFileInfo&>(*this) = *source;
+  DrawData.DeepCopy(&source->DrawData);
+}
+
+bool CZor::Read(const CString& path) {
+  return ReadWholeFile(path,
+                       [this](const void* data, std::uint32_t size) { return Read(data, size); });
+}
+
+bool CZor::Read(const void* data, const std::uint32_t& size) {
+  constexpr std::uint32_t kInfoSize = PackedSize<ZorFileInfo>();
+  return ReadFileInfo(data, size) &&
+         ReadDrawData(static_cast<const std::uint8_t*>(data) + kInfoSize, size - kInfoSize);
+}
+
+bool CZor::Read(CFile* file) { return ReadFileInfo(file) && ReadDrawData(file); }
+
+bool CZor::Write(const CString& path) {
+  return WriteWholeFile(path, [this](CFile& file) { return Write(&file); });
+}
+
+bool CZor::Write(CFile* file) { return WriteFileInfo(file) && WriteDrawData(file); }
+
+void CZor::Release() {}
+
+bool CZor::ReadFileInfo(CFile* file) { return ReadInfo<ZorFileInfo>(*file, *this); }
+
+bool CZor::ReadFileInfo(const void* data, const std::uint32_t& size) {
+  return ReadInfo<ZorFileInfo>(data, size, *this);
+}
+
+bool CZor::ReadDrawData(CFile* file) { return DrawData.Read(file); }
+
+bool CZor::ReadDrawData(const void* data, const std::uint32_t& size) {
+  return DrawData.Read(data, size);
+}
+
+bool CZor::WriteFileInfo(CFile* file) { return WriteInfo<ZorFileInfo>(*file, *this); }
+
+bool CZor::WriteDrawData(CFile* file) { return DrawData.Write(file, true); }
+
+CZorEdit::CZorEdit() = default;
+CZorEdit::~CZorEdit() = default;
+
+CZor* CZorEdit::EditDataToZorData() try {
+  auto doc = std::make_unique<CZor>();
+  static_cast<ZorFileInfo&>(*doc) = *this;
+  const auto draw_data = ChunkOfEdit<CZorDrawData>(&DrawData);
+  doc->DrawData.DeepCopy(draw_data.get());
+  return doc.release();
+} catch (const std::bad_alloc&) {
+  return nullptr;
+}
+
+void CZorEdit::ZorDataToEditData(CZor* doc) {
+  DrawData.Release();
+  static_cast<ZorFileInfo&>(*this) = *doc;
+  DrawData.ChunkDataToEditData(&doc->DrawData);
+}
+
+bool CZorEdit::SetSubChunkEdit(CAbstractChunkEdit* sub) {
+  auto* draw_data = dynamic_cast<CZorDrawDataEdit*>(sub);
+  if (draw_data == nullptr) {
+    delete sub;
+    return false;
+  }
+  DrawData.DrawAtterSet = draw_data->DrawAtterSet;
+  DrawData.DrawInfoSet = draw_data->DrawInfoSet;
+  DrawData.MarkDataSet = draw_data->MarkDataSet;
+  return true;
+}
+
+CZorTextConverter::CZorTextConverter() = default;
+CZorTextConverter::~CZorTextConverter() = default;
+
+bool CZorTextConverter::ConvertChunkToText(CString path, CZor& doc, std::uint32_t level) {
+  return WriteXmlFile(path, [&](CStdioFile& file) { ConvertChunkToText(file, doc, level); });
+}
+
+void CZorTextConverter::ConvertChunkToText(CStdioFile& file, CZor& doc, std::uint32_t level) {
+  WriteXmlDocument<ZorFileInfo>(CXmlWriter(file, level), "Zor", doc, CZorDrawData::kTag,
+                                &doc.DrawData);
+}
+
+CZorEdit* CZorTextConverter::ConvertTextToZorEdit(CString path) {
+  return ReadXmlDocument<CZorEdit>(
+      path, "Zor", [this](CZorEdit* edit, TiXmlElement* root) { SetZorEditParam(edit, root); });
+}
+
+void CZorTextConverter::SetZorEditParam(CZorEdit* edit, TiXmlElement* root) {
+  if (edit == nullptr || root == nullptr) return;
+  ForEachChild(*root, [&](TiXmlElement& child) {
+    if (child.ValueStr() == "ZorFileInfo") {
+      SetZorFileInfoParam(edit, &child);
+    } else if (child.ValueStr() == CZorDrawData::kTag) {
+      CZorDrawDataEdit draw_data;
+      CZorDrawDataTextConverter().SetChunkEditParam(&draw_data, &child);
+      edit->SetSubChunkEdit(&draw_data);
+    }
+  });
+}
+
+void CZorTextConverter::SetZorFileInfoParam(CZorEdit* edit, TiXmlElement* elem) {
+  if (edit != nullptr && elem != nullptr)
+    ReadXmlFields(*elem, ZorFileInfo::Fields(), static_cast<ZorFileInfo&>(*edit));
+}
+
+}  // namespace qenzor
