@@ -19,9 +19,10 @@ class CDepthGuard {
   ~CDepthGuard() { --t_depth; }
   CDepthGuard(const CDepthGuard&) = delete;
   CDepthGuard& operator=(const CDepthGuard&) = delete;
-
-  bool IsTooDeep() const noexcept { return t_depth > kMaxChunkDepth; }
 };
+
+/// Whether the chunk being read stands so deep that it must hold no other.
+bool IsAtMaxDepth() noexcept { return t_depth >= kMaxChunkDepth; }
 
 }  // namespace
 
@@ -43,7 +44,7 @@ bool CAbstractChunk::Read(CFile* file) { return m_header.Read(file) && ReadData(
 bool CAbstractChunk::ReadData(const void* data, const std::uint32_t& size) try {
   const CDepthGuard depth;
   std::uint32_t consumed = 0;
-  if (depth.IsTooDeep() || !ReadPrimitiveBlock(data, size, consumed)) return false;
+  if (!ReadPrimitiveBlock(data, size, consumed)) return false;
   return ReadChunkBlock(static_cast<const std::uint8_t*>(data) + consumed, size - consumed,
                         m_header.DataSize - consumed);
 } catch (const std::bad_alloc&) {
@@ -53,7 +54,7 @@ bool CAbstractChunk::ReadData(const void* data, const std::uint32_t& size) try {
 bool CAbstractChunk::ReadData(CFile* file) try {
   const CDepthGuard depth;
   std::uint32_t consumed = 0;
-  if (depth.IsTooDeep() || !ReadPrimitiveBlock(file, consumed)) return false;
+  if (!ReadPrimitiveBlock(file, consumed)) return false;
   return ReadChunkBlock(file, m_header.DataSize - consumed);
 } catch (const std::bad_alloc&) {
   return false;
@@ -61,7 +62,7 @@ bool CAbstractChunk::ReadData(CFile* file) try {
 
 bool CAbstractChunk::ReadChunkBlock(const void* data, const std::uint32_t& available,
                                     const std::uint32_t& needed) {
-  if (available < needed) return false;
+  if (available < needed || (needed != 0 && IsAtMaxDepth())) return false;
   const auto* bytes = static_cast<const std::uint8_t*>(data);
   std::uint32_t total = 0;
   for (std::uint32_t index = 0; total < needed; ++index) {
@@ -75,6 +76,7 @@ bool CAbstractChunk::ReadChunkBlock(const void* data, const std::uint32_t& avail
 }
 
 bool CAbstractChunk::ReadChunkBlock(CFile* file, std::uint32_t needed) {
+  if (needed != 0 && IsAtMaxDepth()) return false;
   std::uint32_t total = 0;
   for (std::uint32_t index = 0; total < needed; ++index) {
     CAbstractChunk* chunk = CChunkFactory::Create(file);

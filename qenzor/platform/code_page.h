@@ -1,9 +1,9 @@
 #pragma once
 
+#include <string_view>
+
 #include "qenzor/platform/export.h"
 #include "qenzor/platform/strings.h"
-
-#include <string_view>
 
 namespace qenzor {
 
@@ -25,4 +25,4 @@ QENZOR_EXPORT void AppendNarrow(CString& out, std::u16string_view wide);
 /// byte after it.
 [[nodiscard]] QENZOR_EXPORT CStringW WidenText(std::string_view narrow);
 
-} // namespace qenzor
+}  // namespace qenzor

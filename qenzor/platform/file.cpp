@@ -93,8 +93,9 @@ std::uint64_t CFile::GetLength() const {
   const std::int64_t length = TellFile(m_file);
   SeekFile(m_file, here, SEEK_SET);
   const auto buffered = static_cast<std::uint64_t>(m_next - m_buffer.get());
-  return length < 0 ? 0 : std::max(static_cast<std::uint64_t>(length),
-                                   static_cast<std::uint64_t>(here) + buffered);
+  return length < 0 ? 0
+                    : std::max(static_cast<std::uint64_t>(length),
+                               static_cast<std::uint64_t>(here) + buffered);
 }
 
 std::uint64_t CFile::GetPosition() const {
@@ -153,8 +154,8 @@ bool CMemFile::Open(const CString& /*path*/, std::uint32_t /*flags*/) { return f
 
 std::uint32_t CMemFile::Read(void* data, std::uint32_t size) {
   if (m_position >= m_bytes.size()) return 0;
-  const auto count = static_cast<std::uint32_t>(
-      std::min<std::uint64_t>(size, m_bytes.size() - m_position));
+  const auto count =
+      static_cast<std::uint32_t>(std::min<std::uint64_t>(size, m_bytes.size() - m_position));
   if (count != 0) std::memcpy(data, m_bytes.data() + m_position, count);
   m_position += count;
   return count;

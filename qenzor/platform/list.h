@@ -8,4 +8,4 @@ namespace qenzor {
 template <class T>
 using CList = std::vector<T>;
 
-} // namespace qenzor
+}  // namespace qenzor

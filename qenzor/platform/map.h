@@ -1,7 +1,5 @@
 #pragma once
 
-#include "qenzor/platform/key_index.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +8,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include "qenzor/platform/key_index.h"
 
 namespace qenzor {
 
@@ -22,138 +22,136 @@ namespace qenzor {
 /// memory, or std::length_error beyond 2^32 - 2 entries) leaves the map as it was.
 template <class K, class V>
 class CMap {
-    static_assert(std::is_same_v<K, std::uint64_t>, "the order is defined for 64-bit keys");
-    static_assert(std::is_nothrow_move_constructible_v<V> && std::is_nothrow_move_assignable_v<V>,
-                  "a throwing move could lose a value half-way");
+  static_assert(std::is_same_v<K, std::uint64_t>, "the order is defined for 64-bit keys");
+  static_assert(std::is_nothrow_move_constructible_v<V> && std::is_nothrow_move_assignable_v<V>,
+                "a throwing move could lose a value half-way");
 
-public:
-    struct Entry {
-        K Key;
-        V Value;
-    };
+ public:
+  struct Entry {
+    K Key;
+    V Value;
+  };
 
-    /// `buckets` is not 0.
-    explicit CMap(std::uint32_t buckets) noexcept : m_buckets(buckets) {}
+  /// `buckets` is not 0.
+  explicit CMap(std::uint32_t buckets) noexcept : m_buckets(buckets) {}
 
-    [[nodiscard]] std::size_t GetCount() const noexcept { return m_index.GetCount(); }
+  [[nodiscard]] std::size_t GetCount() const noexcept { return m_index.GetCount(); }
 
-    /// The key's value, or null.
-    [[nodiscard]] V* Find(K key) noexcept {
-        const std::uint32_t position = m_index.Find(key);
-        return position == CKeyIndex::kAbsent ? nullptr : &m_entries[position].Value;
+  /// The key's value, or null.
+  [[nodiscard]] V* Find(K key) noexcept {
+    const std::uint32_t position = m_index.Find(key);
+    return position == CKeyIndex::kAbsent ? nullptr : &m_entries[position].Value;
+  }
+  [[nodiscard]] const V* Find(K key) const noexcept { return const_cast<CMap*>(this)->Find(key); }
+
+  /// Stores the value. True if the key is new and was added as the most recent; false if it was
+  /// there: it keeps its place, and the old value is destroyed.
+  bool Set(K key, V value) {
+    MakeRoomForOne();
+    const std::uint32_t position =
+        m_index.FindOrAdd(key, static_cast<std::uint32_t>(m_entries.size()));
+    if (position == CKeyIndex::kAbsent) {
+      m_entries.push_back(Entry{key, std::move(value)});
+      return true;
     }
-    [[nodiscard]] const V* Find(K key) const noexcept {
-        return const_cast<CMap*>(this)->Find(key);
-    }
+    std::swap(m_entries[position].Value, value);
+    return false;
+  }
 
-    /// Stores the value. True if the key is new and was added as the most recent; false if it was
-    /// there: it keeps its place, and the old value is destroyed.
-    bool Set(K key, V value) {
-        MakeRoomForOne();
-        const std::uint32_t position =
-            m_index.FindOrAdd(key, static_cast<std::uint32_t>(m_entries.size()));
-        if (position == CKeyIndex::kAbsent) {
-            m_entries.push_back(Entry{key, std::move(value)});
-            return true;
+  /// Takes the key out; its value, or nothing. Added again, the key is the most recent one.
+  /// Constant time on average over many removals.
+  std::optional<V> Remove(K key) noexcept {
+    const std::uint32_t position = m_index.Remove(key);
+    if (position == CKeyIndex::kAbsent) {
+      return std::nullopt;
+    }
+    std::optional<V> value(std::move(m_entries[position].Value));
+    const std::size_t removed = m_entries.size() - GetCount();
+    if (removed > GetCount()) {
+      CloseGaps();
+    }
+    return value;
+  }
+
+  /// Destroys all values and gives the memory back.
+  void Clear() noexcept {
+    m_index.Clear();
+    std::vector<Entry>().swap(m_entries);
+  }
+
+  /// Makes room for `count` keys in all.
+  void Reserve(std::size_t count) {
+    m_entries.reserve(count);
+    m_index.Reserve(count);
+  }
+
+  /// The positions of all entries in the map's order; linear in their number.
+  [[nodiscard]] std::vector<std::uint32_t> WalkOrder() const {
+    const bool gaps = m_entries.size() != GetCount();
+    std::vector<BucketSlot> slots;
+    slots.reserve(GetCount());
+    for (std::uint32_t at = 0; at < m_entries.size(); ++at) {
+      const K key = m_entries[at].Key;
+      if (!gaps || m_index.Find(key) == at) {
+        slots.push_back({BucketOfKey(key, m_buckets), at});
+      }
+    }
+    return OrderByBucket(slots, m_buckets);
+  }
+
+  /// The entry at a position that WalkOrder gave. Its key must not be changed.
+  [[nodiscard]] Entry& At(std::uint32_t position) noexcept { return m_entries[position]; }
+  [[nodiscard]] const Entry& At(std::uint32_t position) const noexcept {
+    return m_entries[position];
+  }
+
+  /// Calls `visit(key, value)` for every entry in the map's order. `visit` must neither add nor
+  /// remove keys.
+  template <class Visit>
+  void ForEachOrdered(Visit visit) {
+    for (const std::uint32_t position : WalkOrder()) {
+      visit(std::as_const(m_entries[position].Key), m_entries[position].Value);
+    }
+  }
+  template <class Visit>
+  void ForEachOrdered(Visit visit) const {
+    for (const std::uint32_t position : WalkOrder()) {
+      visit(m_entries[position].Key, m_entries[position].Value);
+    }
+  }
+
+ private:
+  // Room first: once the index knows the key, nothing may fail any more.
+  void MakeRoomForOne() {
+    constexpr std::size_t kMaxEntries = CKeyIndex::kAbsent;
+    constexpr std::size_t kFirstRoom = 4;
+    const std::size_t size = m_entries.size();
+    if (size == kMaxEntries) {
+      throw std::length_error("CMap: too many entries");
+    }
+    if (size == m_entries.capacity()) {
+      m_entries.reserve(std::clamp(size * 2, kFirstRoom, kMaxEntries));
+    }
+  }
+
+  // An entry whose key the index files elsewhere, or not at all, has been removed. Its place stays
+  // empty until the gaps outnumber the entries, so that a removal need not move those behind it.
+  void CloseGaps() noexcept {
+    std::uint32_t end = 0;
+    for (std::uint32_t at = 0; at < m_entries.size(); ++at) {
+      if (m_index.Relocate(m_entries[at].Key, at, end)) {
+        if (at != end) {
+          m_entries[end] = std::move(m_entries[at]);
         }
-        std::swap(m_entries[position].Value, value);
-        return false;
+        ++end;
+      }
     }
+    m_entries.erase(m_entries.begin() + end, m_entries.end());
+  }
 
-    /// Takes the key out; its value, or nothing. Added again, the key is the most recent one.
-    /// Constant time on average over many removals.
-    std::optional<V> Remove(K key) noexcept {
-        const std::uint32_t position = m_index.Remove(key);
-        if (position == CKeyIndex::kAbsent) {
-            return std::nullopt;
-        }
-        std::optional<V> value(std::move(m_entries[position].Value));
-        const std::size_t removed = m_entries.size() - GetCount();
-        if (removed > GetCount()) {
-            CloseGaps();
-        }
-        return value;
-    }
-
-    /// Destroys all values and gives the memory back.
-    void Clear() noexcept {
-        m_index.Clear();
-        std::vector<Entry>().swap(m_entries);
-    }
-
-    /// Makes room for `count` keys in all.
-    void Reserve(std::size_t count) {
-        m_entries.reserve(count);
-        m_index.Reserve(count);
-    }
-
-    /// The positions of all entries in the map's order; linear in their number.
-    [[nodiscard]] std::vector<std::uint32_t> WalkOrder() const {
-        const bool gaps = m_entries.size() != GetCount();
-        std::vector<BucketSlot> slots;
-        slots.reserve(GetCount());
-        for (std::uint32_t at = 0; at < m_entries.size(); ++at) {
-            const K key = m_entries[at].Key;
-            if (!gaps || m_index.Find(key) == at) {
-                slots.push_back({BucketOfKey(key, m_buckets), at});
-            }
-        }
-        return OrderByBucket(slots, m_buckets);
-    }
-
-    /// The entry at a position that WalkOrder gave. Its key must not be changed.
-    [[nodiscard]] Entry& At(std::uint32_t position) noexcept { return m_entries[position]; }
-    [[nodiscard]] const Entry& At(std::uint32_t position) const noexcept {
-        return m_entries[position];
-    }
-
-    /// Calls `visit(key, value)` for every entry in the map's order. `visit` must neither add nor
-    /// remove keys.
-    template <class Visit>
-    void ForEachOrdered(Visit visit) {
-        for (const std::uint32_t position : WalkOrder()) {
-            visit(std::as_const(m_entries[position].Key), m_entries[position].Value);
-        }
-    }
-    template <class Visit>
-    void ForEachOrdered(Visit visit) const {
-        for (const std::uint32_t position : WalkOrder()) {
-            visit(m_entries[position].Key, m_entries[position].Value);
-        }
-    }
-
-private:
-    // Room first: once the index knows the key, nothing may fail any more.
-    void MakeRoomForOne() {
-        constexpr std::size_t kMaxEntries = CKeyIndex::kAbsent;
-        constexpr std::size_t kFirstRoom = 4;
-        const std::size_t size = m_entries.size();
-        if (size == kMaxEntries) {
-            throw std::length_error("CMap: too many entries");
-        }
-        if (size == m_entries.capacity()) {
-            m_entries.reserve(std::clamp(size * 2, kFirstRoom, kMaxEntries));
-        }
-    }
-
-    // An entry whose key the index files elsewhere, or not at all, has been removed. Its place stays
-    // empty until the gaps outnumber the entries, so that a removal need not move those behind it.
-    void CloseGaps() noexcept {
-        std::uint32_t end = 0;
-        for (std::uint32_t at = 0; at < m_entries.size(); ++at) {
-            if (m_index.Relocate(m_entries[at].Key, at, end)) {
-                if (at != end) {
-                    m_entries[end] = std::move(m_entries[at]);
-                }
-                ++end;
-            }
-        }
-        m_entries.erase(m_entries.begin() + end, m_entries.end());
-    }
-
-    std::vector<Entry> m_entries; // in order of addition
-    CKeyIndex m_index;
-    std::uint32_t m_buckets;
+  std::vector<Entry> m_entries;  // in order of addition
+  CKeyIndex m_index;
+  std::uint32_t m_buckets;
 };
 
-} // namespace qenzor
+}  // namespace qenzor

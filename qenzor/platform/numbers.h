@@ -1,10 +1,10 @@
 #pragma once
 
-#include "qenzor/platform/export.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+
+#include "qenzor/platform/export.h"
 
 namespace qenzor {
 
@@ -29,9 +29,9 @@ namespace qenzor {
 
 /// Room, in characters, that `out` must have for any value, whatever the value at hand needs: a
 /// formatter may write scratch bytes behind the text.
-inline constexpr std::size_t kInt32MaxLength = 11;  // -2147483648
-inline constexpr std::size_t kUInt32MaxLength = 10; // 4294967295
-inline constexpr std::size_t kUInt64MaxLength = 20; // 18446744073709551615
+inline constexpr std::size_t kInt32MaxLength = 11;   // -2147483648
+inline constexpr std::size_t kUInt32MaxLength = 10;  // 4294967295
+inline constexpr std::size_t kUInt64MaxLength = 20;  // 18446744073709551615
 /// A sign, the 309 digits of the largest double, the point and ten decimals.
 inline constexpr std::size_t kFixed10MaxLength = 321;
 
@@ -43,4 +43,4 @@ inline constexpr std::size_t kFixed10MaxLength = 321;
 /// As printf's "%.10f": exact, halves to even, "inf", "-inf", "nan" and "-nan" for the rest.
 [[nodiscard]] QENZOR_EXPORT char* FormatFixed10(char* out, double value) noexcept;
 
-} // namespace qenzor
+}  // namespace qenzor

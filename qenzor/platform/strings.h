@@ -19,19 +19,19 @@ template <class Char>
 void ReplaceAll(std::basic_string<Char>& text,
                 std::type_identity_t<std::basic_string_view<Char>> from,
                 std::type_identity_t<std::basic_string_view<Char>> to) {
-    auto at = from.empty() ? text.npos : text.find(from);
-    if (at == text.npos) {
-        return;
-    }
-    std::basic_string<Char> result;
-    result.reserve(text.size());
-    std::size_t done = 0;
-    for (; at != text.npos; at = text.find(from, done)) {
-        result.append(text, done, at - done).append(to);
-        done = at + from.size();
-    }
-    result.append(text, done);
-    text.swap(result);
+  auto at = from.empty() ? text.npos : text.find(from);
+  if (at == text.npos) {
+    return;
+  }
+  std::basic_string<Char> result;
+  result.reserve(text.size());
+  std::size_t done = 0;
+  for (; at != text.npos; at = text.find(from, done)) {
+    result.append(text, done, at - done).append(to);
+    done = at + from.size();
+  }
+  result.append(text, done);
+  text.swap(result);
 }
 
-} // namespace qenzor
+}  // namespace qenzor

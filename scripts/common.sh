@@ -1,0 +1,59 @@
+# shellcheck shell=bash
+# shellcheck disable=SC2154
+# Shared by run, test and .ci/run, which set $root and source it. Speaks on standard error only:
+# standard output belongs to the program that is run.
+
+say() { printf 'qenzor: %s\n' "$*" >&2; }
+die() { say "$*"; exit 1; }
+
+# install_packages LIST...: installs what the lists name and this machine lacks. Asks apt nothing
+# when everything is there, and leaves machines without dpkg alone.
+install_packages() {
+  local wanted missing
+  command -v dpkg-query >/dev/null || return 0
+  mapfile -t wanted < <(cat "$@" | sed '/^#/d' | sort -u)
+  mapfile -t missing < <(
+    comm -23 <(printf '%s\n' "${wanted[@]}") \
+      <(dpkg-query -W -f='${db:Status-Status} ${Package}\n' "${wanted[@]}" 2>/dev/null |
+        sed -n 's/^installed //p' | sort -u))
+  [ "${#missing[@]}" -gt 0 ] || return 0
+
+  [ "$(id -u)" -eq 0 ] || die "missing packages; run as root: apt-get install ${missing[*]}"
+  say "installing ${missing[*]}"
+  export DEBIAN_FRONTEND=noninteractive
+  if ! { apt-get -q update &&
+         apt-get -q install -y --no-install-recommends -o DPkg::Lock::Timeout=300 "${missing[@]}"; \
+       } </dev/null >/tmp/qenzor-apt.$$ 2>&1; then
+    tail -n 20 "/tmp/qenzor-apt.$$" >&2
+    die "apt-get failed; its output is in /tmp/qenzor-apt.$$"
+  fi
+  rm -f "/tmp/qenzor-apt.$$"
+}
+
+# build PRESET [TARGET...]: configures at the first time, then builds. Silent when nothing is to do,
+# one line when something is, the end of the log when it fails.
+build() {
+  local preset=$1 dir=$root/build/$1 log=$root/build/$1/build.log
+  shift
+  mkdir -p "$dir"
+  if [ ! -f "$dir/build.ninja" ]; then
+    say "configuring $preset"
+    cmake -S "$root" --preset "$preset" >"$log" 2>&1 || { cat "$log" >&2; die "cmake failed"; }
+  fi
+  # Two runs at once take turns: ninja does not guard its folder.
+  if ! (
+    flock 9
+    ninja -C "$dir" "$@" 2>&1 9>&- | tee "$log" | {
+      while IFS= read -r line; do
+        [[ $line =~ ^\[[0-9]+/([0-9]+)\]\ (Building|Linking) ]] || continue
+        say "building $preset (${BASH_REMATCH[1]} steps)"
+        break
+      done
+      cat >/dev/null
+    }
+    exit "${PIPESTATUS[0]}"
+  ) 9>"$dir/.lock"; then
+    tail -n 60 "$log" >&2
+    die "the build of $preset failed; its output is in $log"
+  fi
+}
