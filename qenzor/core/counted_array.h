@@ -8,44 +8,54 @@
 #include <type_traits>
 #include <utility>
 
+#include "qenzor/platform/slab.h"
+
 namespace qenzor {
 
 /// An owning array beside its count, as a chunk stores it: the count has the width that it has in
 /// the file, so an array can never hold more than the file can tell.
 template <class T, class Count>
 class CCountedArray {
+  static_assert(std::is_nothrow_default_constructible_v<T>);
+
  public:
   using value_type = T;
   using count_type = Count;
   static constexpr std::size_t kMaxCount = std::numeric_limits<Count>::max();
 
   CCountedArray() noexcept = default;
+  ~CCountedArray() { clear(); }
   CCountedArray(CCountedArray&& other) noexcept
-      : m_elems(std::move(other.m_elems)), m_count(std::exchange(other.m_count, Count{0})) {}
+      : m_elems(std::exchange(other.m_elems, nullptr)),
+        m_count(std::exchange(other.m_count, Count{0})) {}
   CCountedArray& operator=(CCountedArray&& other) noexcept {
-    m_elems = std::move(other.m_elems);
-    m_count = std::exchange(other.m_count, Count{0});
+    std::swap(m_elems, other.m_elems);
+    std::swap(m_count, other.m_count);
     return *this;
   }
 
-  /// Gives the array count elements, all new; the earlier ones are gone. Elements of plain types
-  /// are left for the caller to fill.
+  /// Gives the array count elements, all new; the earlier ones are gone. Elements that are plain
+  /// data are left for the caller to fill.
   void Reset(Count count) {
-    m_count = 0;
-    m_elems.reset();
+    clear();
     if (count == 0) return;
-    m_elems = std::make_unique_for_overwrite<T[]>(count);
+    auto* elems = static_cast<T*>(AllocateBlock(count * sizeof(T)));
+    if constexpr (!std::is_trivially_copyable_v<T>)
+      std::uninitialized_default_construct_n(elems, count);
+    m_elems = elems;
     m_count = count;
   }
   void clear() noexcept {
+    std::destroy_n(m_elems, m_count);
+    FreeBlock(m_elems, m_count * sizeof(T));
+    m_elems = nullptr;
     m_count = 0;
-    m_elems.reset();
   }
 
   Count size() const noexcept { return m_count; }
   bool empty() const noexcept { return m_count == 0; }
-  T* data() noexcept { return m_elems.get(); }
-  const T* data() const noexcept { return m_elems.get(); }
+  T* data() noexcept { return m_elems; }
+  const T* data() const noexcept { return m_elems; }
   T* begin() noexcept { return data(); }
   T* end() noexcept { return data() + m_count; }
   const T* begin() const noexcept { return data(); }
@@ -55,7 +65,7 @@ class CCountedArray {
   const T& operator[](std::size_t index) const noexcept { return m_elems[index]; }
 
  private:
-  std::unique_ptr<T[]> m_elems;
+  T* m_elems = nullptr;
   Count m_count = 0;
 };
 

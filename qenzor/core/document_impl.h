@@ -9,6 +9,7 @@
 #include "qenzor/core/block.h"
 #include "qenzor/core/fields.h"
 #include "qenzor/core/source.h"
+#include "qenzor/platform/slab.h"
 
 namespace qenzor {
 
@@ -45,7 +46,9 @@ bool ReadWholeFile(const CString& path, ReadBytes&& read) {
   if (length > std::numeric_limits<std::uint32_t>::max()) return false;
   const auto size = static_cast<std::uint32_t>(length);
   const std::unique_ptr<std::uint8_t[]> bytes(new (std::nothrow) std::uint8_t[length]);
-  if (bytes == nullptr || file.Read(bytes.get(), size) != size) return false;
+  if (bytes == nullptr) return false;
+  AdviseHugePages(bytes.get(), size);
+  if (file.Read(bytes.get(), size) != size) return false;
   return read(bytes.get(), size);
 }
 

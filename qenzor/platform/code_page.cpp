@@ -17,6 +17,14 @@ namespace {
 constexpr std::uint32_t kAsciiEnd = 0x80;
 constexpr char16_t kReplacement = 0xFFFD;
 
+struct Pair {
+  std::uint32_t Code;
+  char16_t Unit;
+};
+/// The code page passes the bytes without a meaning through, and back; iconv refuses them.
+constexpr std::array<Pair, 5> kUnassignedBytes{
+    {{0x80, 0x0080}, {0xA0, 0xF8F0}, {0xFD, 0xF8F1}, {0xFE, 0xF8F2}, {0xFF, 0xF8F3}}};
+
 /// One direction of iconv, for single characters.
 class Converter {
  public:
@@ -65,8 +73,12 @@ class CodePage {
     if (!decoder.IsOpen() || !encoder.IsOpen()) {
       return;
     }
+    for (const auto& [code, unit] : kUnassignedBytes) {
+      m_units[code] = unit;
+      m_codes[unit] = static_cast<std::uint16_t>(code);
+    }
     for (std::uint32_t first = kAsciiEnd; first < 0x100; ++first) {
-      if (!AddCode(decoder, first)) {
+      if (m_units[first] == 0 && !AddCode(decoder, first)) {
         for (std::uint32_t second = 0; second < 0x100; ++second) {
           AddCode(decoder, first << 8U | second);
         }

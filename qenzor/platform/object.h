@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstddef>
+#include <new>
 #include <string_view>
 
 #include "qenzor/platform/export.h"
+#include "qenzor/platform/slab.h"
 
 namespace qenzor {
 
@@ -30,6 +33,14 @@ class QENZOR_EXPORT CObject {
 
   CObject(const CObject&) = delete;
   CObject& operator=(const CObject&) = delete;
+
+  // Objects come from slabs; a class derived from the library's may supply its own operators.
+  static void* operator new(std::size_t size) { return AllocateBlock(size); }
+  static void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return TryAllocateBlock(size);
+  }
+  static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
+  static void operator delete(void* object, std::size_t size) noexcept { FreeBlock(object, size); }
 
  protected:
   CObject() = default;
