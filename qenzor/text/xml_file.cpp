@@ -1,7 +1,9 @@
 #include "qenzor/text/xml_file.h"
 
 #include <algorithm>
-#include <array>
+
+#include "qenzor/core/document_impl.h"
+#include "qenzor/text/document_text_impl.h"
 
 namespace qenzor {
 
@@ -11,6 +13,11 @@ namespace {
 class CXmlScanner {
  public:
   explicit CXmlScanner(std::string_view xml) : m_rest(xml) {}
+
+  /// Why the text is refused; null when it is not.
+  const char* GetReason() const { return m_reason; }
+  /// Bytes that had not been walked when the walk ended.
+  std::size_t GetLeft() const { return m_rest.size(); }
 
   bool Scan() {
     while (SkipTo("<")) {
@@ -62,10 +69,10 @@ class CXmlScanner {
       m_rest.remove_prefix(at + 1);
       if (found == '>') {
         if (!closed) ++m_depth;
-        return m_depth + (closed ? 1 : 0) <= kMaxXmlDepth;
+        return m_depth + (closed ? 1 : 0) <= kMaxXmlDepth || Refuse("elements nest too deep");
       }
       if (found == '=') {
-        if (++attributes > kMaxXmlAttributes) return false;
+        if (++attributes > kMaxXmlAttributes) return Refuse("an element has too many attributes");
       } else {
         SkipPast(std::string_view(&found, 1));
       }
@@ -79,18 +86,74 @@ class CXmlScanner {
     const std::string_view declaration = m_rest.substr(0, m_rest.find('>'));
     const bool is_xml = m_rest.size() > 1 && m_rest[1] == '?';
     SkipPast(">");
-    return !is_xml || (std::ranges::count(declaration, '"') % 2 == 0 &&
-                       std::ranges::count(declaration, '\'') % 2 == 0);
+    return !is_xml ||
+           (std::ranges::count(declaration, '"') % 2 == 0 &&
+            std::ranges::count(declaration, '\'') % 2 == 0) ||
+           Refuse("a declaration holds '>' inside quotes");
+  }
+
+  bool Refuse(const char* reason) {
+    m_reason = reason;
+    return false;
   }
 
   std::string_view m_rest;
   std::uint32_t m_depth = 0;
+  const char* m_reason = nullptr;
 };
+
+XmlError ErrorAt(std::string_view xml, std::size_t at, const char* reason) {
+  const std::string_view before = xml.substr(0, at);
+  const std::size_t line_start = before.rfind('\n') + 1;  // npos + 1 is 0
+  return {static_cast<std::uint32_t>(std::ranges::count(before, '\n') + 1),
+          static_cast<std::uint32_t>(at - line_start + 1), reason};
+}
 
 }  // namespace
 
-bool IsWithinXmlLimits(std::string_view xml) noexcept {
-  return xml.find('\0') == std::string_view::npos && CXmlScanner(xml).Scan();
+std::optional<XmlError> FindXmlLimitError(std::string_view xml) {
+  if (const std::size_t nul = xml.find('\0'); nul != std::string_view::npos)
+    return ErrorAt(xml, nul, "the text holds a NUL");
+  CXmlScanner scanner(xml);
+  if (scanner.Scan()) return std::nullopt;
+  return ErrorAt(xml, xml.size() - scanner.GetLeft(), scanner.GetReason());
+}
+
+bool IsWithinXmlLimits(std::string_view xml) { return !FindXmlLimitError(xml).has_value(); }
+
+namespace {
+
+/// Parses the file; why that failed, or nothing.
+std::optional<XmlError> Load(const CString& path, TiXmlDocument& xml) {
+  std::optional<XmlError> error = XmlError{0, 0, "the file cannot be read"};
+  ReadWholeFile(path, [&](std::uint8_t* bytes, std::uint32_t size) {
+    std::string text(reinterpret_cast<const char*>(bytes), size);
+    error = FindXmlLimitError(text);
+    if (error.has_value()) return false;
+    // Line ends as the parser's own loading makes them: CR LF and CR become LF.
+    ReplaceAll(text, "\r\n", "\n");
+    std::ranges::replace(text, '\r', '\n');
+    xml.Parse(text.c_str(), nullptr, TIXML_DEFAULT_ENCODING);
+    if (xml.Error()) {
+      // The parser knows no place for what is missing at the end.
+      error = ErrorAt(text, text.size(), xml.ErrorDesc());
+      if (xml.ErrorRow() > 0) {
+        error->Line = static_cast<std::uint32_t>(xml.ErrorRow());
+        error->Column = static_cast<std::uint32_t>(xml.ErrorCol());
+      }
+    }
+    return true;
+  });
+  return error;
+}
+
+}  // namespace
+
+bool LoadXmlFile(const CString& path, TiXmlDocument& xml) { return !Load(path, xml).has_value(); }
+
+std::optional<XmlError> FindXmlError(const CString& path) {
+  TiXmlDocument xml;
+  return Load(path, xml);
 }
 
 }  // namespace qenzor
