@@ -1,6 +1,6 @@
 // Builds the drawing of the sample map, for the countries that the map holds:
 //
-//     world_style world.qen world.zor
+//     world_style samples/world.qen world.zor
 //
 // Shows how a draw-data document is built from nothing: draw infos, the draw attributes that tie
 // them to the map's z-ids, and marks (support/world_style_builder.cpp). Read world_map first.

@@ -6,7 +6,14 @@
 
 namespace world {
 
-using namespace qenzor;
+using qenzor::CAbstractObjEdit;
+using qenzor::CLayerDataEdit;
+using qenzor::CLayerSetEdit;
+using qenzor::CMeshSegmentEdit;
+using qenzor::CMeshSegmentSetEdit;
+using qenzor::CObjSetEdit;
+using qenzor::CZIdObjEdit;
+using qenzor::CZIdObjSetEdit;
 
 void MapObjects::Add(std::uint16_t segment, Layer layer, std::uint64_t id,
                      std::unique_ptr<CAbstractObjEdit> object) {

@@ -5,6 +5,7 @@
 #include <boost/geometry/geometries/geometries.hpp>
 #include <boost/geometry/geometries/point_xy.hpp>
 #include <cmath>
+#include <iterator>
 #include <tuple>
 
 namespace world {
@@ -136,22 +137,34 @@ FlatPolygon SplitPolygonAt(const FlatPolygon& polygon, std::int32_t meridian) {
   return split;
 }
 
-/// Adds the rings of the part of the polygon in the box. The polygon has a point wherever it
-/// crosses an edge of the box, so that clipping computes no new ones.
-void ClipToBox(const FlatPolygon& polygon, const FlatBox& box, std::vector<Path>& rings) {
+/// The part of the polygon in the box. The polygon has a point wherever it crosses an edge of the
+/// box, so that clipping computes no new ones.
+std::vector<FlatPolygon> Clip(const FlatPolygon& polygon, const FlatBox& box) {
   std::vector<FlatPolygon> parts;
   bg::intersection(polygon, box, parts);
-  for (const FlatPolygon& part : parts) {
+  return parts;
+}
+
+/// The rings of the part of the polygon in the box.
+std::vector<Path> RingsInBox(const FlatPolygon& polygon, const FlatBox& box) {
+  std::vector<Path> rings;
+  std::vector<FlatPolygon> parts = Clip(polygon, box);
+  while (!parts.empty()) {
+    const FlatPolygon part = std::move(parts.back());
+    parts.pop_back();
     if (part.inners().empty()) {
       rings.push_back(StartedInWest(PathOf(part.outer())));
       continue;
     }
-    const FlatBox hole = bg::return_envelope<FlatBox>(part.inners().front());
+    const auto hole = bg::return_envelope<FlatBox>(part.inners().front());
     const double meridian = std::floor((hole.min_corner().x() + hole.max_corner().x()) / 2);
     const FlatPolygon split = SplitPolygonAt(part, static_cast<std::int32_t>(meridian));
-    ClipToBox(split, {box.min_corner(), {meridian, box.max_corner().y()}}, rings);
-    ClipToBox(split, {{meridian, box.min_corner().y()}, box.max_corner()}, rings);
+    const FlatBox west{box.min_corner(), {meridian, box.max_corner().y()}};
+    const FlatBox east{{meridian, box.min_corner().y()}, box.max_corner()};
+    for (const FlatBox& side : {west, east})
+      std::ranges::move(Clip(split, side), std::back_inserter(parts));
   }
+  return rings;
 }
 
 }  // namespace
@@ -198,9 +211,7 @@ std::vector<Piece> CutPolygon(const Outline& outline) {
        ++cell.row) {
     for (cell.column = FloorQuotient(west.x, kSegmentSize); cell.column * kSegmentSize < east.x;
          ++cell.column) {
-      std::vector<Path> rings;
-      ClipToBox(polygon, cell.Box(), rings);
-      for (Path& ring : rings) {
+      for (Path& ring : RingsInBox(polygon, cell.Box())) {
         std::ranges::transform(ring, ring.begin(),
                                [&cell](const CPoint& point) { return cell.ToLocal(point); });
         pieces.push_back({cell.Number(), std::move(ring)});

@@ -16,7 +16,19 @@
 namespace world {
 namespace {
 
-using namespace qenzor;
+using qenzor::CAddedObjInfoSetEdit;
+using qenzor::CCmbLblObjEdit;
+using qenzor::CLineObjEdit;
+using qenzor::CList;
+using qenzor::CMeshSegmentSetEdit;
+using qenzor::CPoint;
+using qenzor::CPolyObjEdit;
+using qenzor::CQenEdit;
+using qenzor::CQenMapDataEdit;
+using qenzor::CRasLLObjEdit;
+using qenzor::CRasMMObjEdit;
+using qenzor::CStringW;
+using qenzor::CUrlInfoEdit;
 
 constexpr std::size_t kMostPoints = 32'767;  // of one object
 

@@ -5,7 +5,11 @@
 namespace world {
 namespace {
 
-using namespace qenzor;
+using qenzor::CList;
+using qenzor::CMarkDataEdit;
+using qenzor::CMarkDataSetEdit;
+using qenzor::CMarkElemEdit;
+using qenzor::CPoint;
 
 enum class ElemKind : std::int16_t { kLine = 1, kArea = 2 };
 

@@ -15,7 +15,24 @@
 namespace world {
 namespace {
 
-using namespace qenzor;
+using qenzor::CAbstractDrawInfoEdit;
+using qenzor::CCmbLblDrawInfoEdit;
+using qenzor::CDrawAtterEdit;
+using qenzor::CDrawAtterSetEdit;
+using qenzor::CDrawInfoIdxSetEdit;
+using qenzor::CDrawInfoSetEdit;
+using qenzor::CLineDrawInfoEdit;
+using qenzor::CList;
+using qenzor::CPolyBmpBrushDrawInfoEdit;
+using qenzor::CPolyShadowDrawInfoEdit;
+using qenzor::CPolySolidBrushDrawInfoEdit;
+using qenzor::CQen;
+using qenzor::CQenEdit;
+using qenzor::CRasLLDrawInfoEdit;
+using qenzor::CRasMMDrawInfoEdit;
+using qenzor::CZorEdit;
+using qenzor::LineDrawScData;
+using qenzor::NarrowText;
 
 // The scales of the drawing, 1:N: the globe, a continent, a country.
 constexpr std::uint32_t kGlobe = 400'000'000;

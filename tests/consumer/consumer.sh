@@ -9,7 +9,8 @@ rm -rf "$work"
 cmake -S "$source" -B "$work" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
   -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_CXX_FLAGS="$flags"
 cmake --build "$work"
-"$work/consumer"
+cd "$work"
+./consumer
 echo "find_package: built and run"
 
 PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name qenzor.pc)")
@@ -18,8 +19,8 @@ libdir=$(pkg-config --variable=libdir qenzor)
 # The flags are lists of words.
 # shellcheck disable=SC2046,SC2086
 "$cxx" -std=c++20 $flags "$source/consumer.cpp" $(pkg-config --cflags --libs qenzor) \
-  -Wl,-rpath,"$libdir" -o "$work/consumer-pkg-config"
-"$work/consumer-pkg-config"
+  -Wl,-rpath,"$libdir" -o consumer-pkg-config
+./consumer-pkg-config
 echo "pkg-config $(pkg-config --modversion qenzor): built and run"
 
 if [ -e "$prefix/bin/qenzor" ]; then

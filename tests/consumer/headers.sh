@@ -16,7 +16,7 @@ fi
 check() {
   printf '#include "%s"\n#include "%s"\n' "$1" "$1" |
     "$cxx" -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \
-      -I "$include" -x c++ - || { echo "does not compile alone: $1"; return 255; }
+      -I "$include" -x c++ - || { echo "does not compile alone: $1"; return 1; }
 }
 export -f check
 printf '%s\0' "${headers[@]}" | xargs -0 -P "$(nproc)" -I{} bash -c 'check {}'
