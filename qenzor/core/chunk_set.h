@@ -72,7 +72,7 @@ class QENZOR_EXPORT CChunkSetArray : public CAbstractChunkSet<T> {
 };
 
 template <class K, class T>
-class CChunkSetMap;
+class QENZOR_EXPORT CChunkSetMap;
 
 /// A set that files its elements under a 64-bit key of their own; a later element under a key
 /// replaces, and deletes, the earlier one. Its order, in files and in every walk, depends on the

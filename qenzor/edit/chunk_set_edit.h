@@ -57,7 +57,7 @@ class QENZOR_EXPORT CChunkSetArrayEdit : public CAbstractChunkSetEdit<TEdit> {
 
 /// The editable form of the keyed set.
 template <class K, class T, class TEdit>
-class CChunkSetMapEdit;
+class QENZOR_EXPORT CChunkSetMapEdit;
 
 template <class T, class TEdit>
 class QENZOR_EXPORT CChunkSetMapEdit<std::uint64_t, T, TEdit>

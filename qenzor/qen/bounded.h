@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "qenzor/platform/export.h"
 #include "qenzor/platform/geometry.h"
 
 namespace qenzor {

@@ -23,7 +23,7 @@ class QENZOR_EXPORT CChunkSetArrayTextConverter : public CChunkSetTextConverter 
 
 /// Writes the elements of a keyed set, in the set's order.
 template <class K, class T>
-class CChunkSetMapTextConverter;
+class QENZOR_EXPORT CChunkSetMapTextConverter;
 
 template <class T>
 class QENZOR_EXPORT CChunkSetMapTextConverter<std::uint64_t, T> : public CChunkSetTextConverter {

@@ -33,10 +33,10 @@ inline void WriteXmlValue(CXmlWriter& xml, std::string_view tag, std::uint16_t m
   xml.Text(tag, {text.data(), static_cast<std::size_t>(end - text.data())});
 }
 
+/// Text shorter than the identification ends with a zero; what stood behind that stays.
 inline void ReadXmlValue(TiXmlElement& elem, std::array<char, 9>& ident, IdentCoding) {
-  const std::string_view text = TextOf(elem).substr(0, 6);
-  ident = {};
-  std::copy(text.begin(), text.end(), ident.begin());
+  const std::string_view text = TextOf(elem).substr(0, ident.size() - 1);
+  *std::copy(text.begin(), text.end(), ident.begin()) = '\0';
   ident[6] = '\r';
   ident[7] = '\n';
   ident[8] = '\x1A';

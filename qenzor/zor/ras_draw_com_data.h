@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qenzor/core/fields.h"
+#include "qenzor/platform/export.h"
 
 namespace qenzor {
 

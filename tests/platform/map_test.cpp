@@ -122,7 +122,7 @@ TEST(Map, FindsWhatWasSet) {
 // Key 2 lies in bucket 33614 % 8191 = 850, key 1 in 425, key 3 in 1275.
 TEST(Map, IsWalkedByAscendingBuckets) {
   NumberMap map(kManyBuckets);
-  for (const Key key : {3, 1, 0, 2}) {
+  for (const Key key : Keys{3, 1, 0, 2}) {
     map.Set(key, 0);
   }
   EXPECT_EQ(KeysInOrder(map), (Keys{0, 1, 2, 3}));
@@ -152,7 +152,7 @@ TEST(Map, ReplacingKeepsThePlaceAndDestroysTheOldValue) {
 
 TEST(Map, RemovingGivesTheValueAndAddingAgainIsMostRecent) {
   CMap<Key, std::unique_ptr<int>> map(1);
-  for (const Key key : {1, 2, 3}) {
+  for (const Key key : Keys{1, 2, 3}) {
     map.Set(key, std::make_unique<int>(static_cast<int>(key)));
   }
   const auto value = map.Remove(1);
@@ -277,7 +277,7 @@ TEST(Map, ManyRemovalsKeepTheOrderAndTheTime) {
 
 TEST(Map, AFailedSetChangesNothing) {
   unsigned failures = 0;
-  for (std::size_t size = 0; size < 40; ++size) {
+  for (std::size_t size = 0; size < 200; ++size) {
     for (long allocations = 0;; ++allocations) {
       NumberMap map(kFewBuckets);
       Keys keys;

@@ -3,7 +3,7 @@
 #include "examples/support/world_ids.h"
 #include "qenzor/qen/qen.h"
 
-namespace samples {
+namespace qenzor::samples {
 
 /// Where an object of a map stands.
 struct ObjectPlace {
@@ -14,7 +14,7 @@ struct ObjectPlace {
 
 /// Calls f(place, object) for every object of the map, in order.
 template <class F>
-void ForEachObject(const qenzor::CQenEdit& map, F&& f) {
+void ForEachObject(const CQenEdit& map, F&& f) {
   for (const auto& segment : *map.MapData->MeshSegmentSet->GetElemPtr())
     for (const auto& layer : *segment->LayerSet->GetElemPtr())
       for (const auto& group : *layer->ZIdObjSet->GetElemPtr())
@@ -26,10 +26,10 @@ void ForEachObject(const qenzor::CQenEdit& map, F&& f) {
 
 /// The same for the objects of one class.
 template <class Object, class F>
-void ForEach(const qenzor::CQenEdit& map, F&& f) {
-  ForEachObject(map, [&f](const ObjectPlace& place, qenzor::CAbstractObjEdit& object) {
+void ForEach(const CQenEdit& map, F&& f) {
+  ForEachObject(map, [&f](const ObjectPlace& place, CAbstractObjEdit& object) {
     if (auto* same = dynamic_cast<Object*>(&object); same != nullptr) f(place, *same);
   });
 }
 
-}  // namespace samples
+}  // namespace qenzor::samples

@@ -15,7 +15,7 @@
 #include "qenzor/qen/qen.h"
 #include "qenzor/zor/zor.h"
 
-namespace samples {
+namespace qenzor::samples {
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -53,27 +53,27 @@ inline Bytes BytesOf(const std::string& path) {
 /// The bytes that the document writes.
 template <class Document>
 Bytes BytesOf(Document& document) {
-  qenzor::CMemFile file;
+  CMemFile file;
   EXPECT_TRUE(document.Write(&file));
   return file.GetBytes();
 }
 
-inline Bytes BytesOf(qenzor::CQenEdit& edit) {
-  const std::unique_ptr<qenzor::CQen> map(edit.EditDataToQenData());
+inline Bytes BytesOf(CQenEdit& edit) {
+  const std::unique_ptr<CQen> map(edit.EditDataToQenData());
   return BytesOf(*map);
 }
 
-inline Bytes BytesOf(qenzor::CZorEdit& edit) {
-  const std::unique_ptr<qenzor::CZor> style(edit.EditDataToZorData());
+inline Bytes BytesOf(CZorEdit& edit) {
+  const std::unique_ptr<CZor> style(edit.EditDataToZorData());
   return BytesOf(*style);
 }
 
 /// The XML that the converter makes of the document.
 template <class Converter, class Document>
 std::string XmlOf(Document& document) {
-  qenzor::CMemFile sink;
+  CMemFile sink;
   {
-    qenzor::CStdioFile file(sink);
+    CStdioFile file(sink);
     Converter().ConvertChunkToText(file, document, 0);
     file.Flush();
   }
@@ -85,4 +85,4 @@ inline world::Topology WorldTopology() {
   return world::ReadTopology(file);
 }
 
-}  // namespace samples
+}  // namespace qenzor::samples

@@ -3,10 +3,8 @@
 #include "tests/samples/map_walk.h"
 #include "tests/samples/samples.h"
 
+namespace qenzor::samples {
 namespace {
-
-using namespace qenzor;
-using namespace samples;
 
 /// What XML does not carry over is taken out of a map.
 struct Losses {
@@ -117,3 +115,4 @@ TEST_F(WorldMapRoundTrip, XmlOfWhatWasReadFromXmlDiffersOnlyInUrls) {
 }
 
 }  // namespace
+}  // namespace qenzor::samples

@@ -10,10 +10,8 @@
 #include "tests/samples/map_walk.h"
 #include "tests/samples/samples.h"
 
+namespace qenzor::samples {
 namespace {
-
-using namespace qenzor;
-using namespace samples;
 
 constexpr double kDegreesPerSecond = 1.0 / 3600;
 constexpr std::int32_t kTurn = 360 * 3600;
@@ -115,3 +113,4 @@ TEST_F(WorldPrecision, OnlyTheEdgesOfSegmentsAddPoints) {
 }
 
 }  // namespace
+}  // namespace qenzor::samples

@@ -12,10 +12,8 @@
 #include "tests/samples/map_walk.h"
 #include "tests/samples/samples.h"
 
+namespace qenzor::samples {
 namespace {
-
-using namespace qenzor;
-using namespace samples;
 
 class WorldStyle : public testing::Test {
  protected:
@@ -150,3 +148,4 @@ TEST_F(WorldStyle, XmlWithoutSpacesInFileNamesComesBackWhole) {
 }
 
 }  // namespace
+}  // namespace qenzor::samples
