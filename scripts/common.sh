@@ -20,14 +20,16 @@ install_packages() {
 
   [ "$(id -u)" -eq 0 ] || die "missing packages; run as root: apt-get install ${missing[*]}"
   say "installing ${missing[*]}"
+  local log
+  log=$(mktemp -t qenzor-apt.XXXXXX)
   export DEBIAN_FRONTEND=noninteractive
   if ! { apt-get -q update &&
          apt-get -q install -y --no-install-recommends -o DPkg::Lock::Timeout=300 "${missing[@]}"; \
-       } </dev/null >/tmp/qenzor-apt.$$ 2>&1; then
-    tail -n 20 "/tmp/qenzor-apt.$$" >&2
-    die "apt-get failed; its output is in /tmp/qenzor-apt.$$"
+       } </dev/null >"$log" 2>&1; then
+    tail -n 20 "$log" >&2
+    die "apt-get failed; its output is in $log"
   fi
-  rm -f "/tmp/qenzor-apt.$$"
+  rm -f "$log"
 }
 
 # build PRESET [TARGET...]: configures at the first time, then builds. Silent when nothing is to do,

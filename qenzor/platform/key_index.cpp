@@ -41,16 +41,13 @@ class KeyHash {
   Salt m_salt = GetSalt();
 };
 
-std::vector<std::uint32_t> OrderBySorting(const std::vector<BucketSlot>& slots) {
-  std::vector<std::uint64_t> keys;
-  keys.reserve(slots.size());
-  for (const BucketSlot& slot : slots) {
-    keys.push_back(std::uint64_t{slot.Bucket} << 32U | ~slot.Position);
-  }
-  std::sort(keys.begin(), keys.end());
-  std::vector<std::uint32_t> order(keys.size());
-  std::transform(keys.begin(), keys.end(), order.begin(),
-                 [](std::uint64_t key) { return ~static_cast<std::uint32_t>(key); });
+std::vector<std::uint32_t> OrderBySorting(std::vector<BucketSlot>& slots) {
+  std::sort(slots.begin(), slots.end(), [](const BucketSlot& a, const BucketSlot& b) {
+    return a.Bucket != b.Bucket ? a.Bucket < b.Bucket : a.Position > b.Position;
+  });
+  std::vector<std::uint32_t> order(slots.size());
+  std::transform(slots.begin(), slots.end(), order.begin(),
+                 [](const BucketSlot& slot) { return slot.Position; });
   return order;
 }
 
@@ -133,8 +130,7 @@ CKeyIndex::Table& CKeyIndex::GetTable() {
   return *m_table;
 }
 
-std::vector<std::uint32_t> OrderByBucket(const std::vector<BucketSlot>& slots,
-                                         std::uint32_t buckets) {
+std::vector<std::uint32_t> OrderByBucket(std::vector<BucketSlot> slots, std::uint32_t buckets) {
   // Counting touches every bucket and sorting compares every slot about log2(slots) times: a few
   // slots per hundred buckets are where the two cost the same.
   constexpr std::size_t kBucketsPerSlot = 32;

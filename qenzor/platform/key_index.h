@@ -64,8 +64,9 @@ struct BucketSlot {
   std::uint32_t Position;
 };
 
-/// The positions by ascending bucket, inside a bucket the last slot first. Linear in the slots when
-/// they are many; few are sorted, so that the number of buckets does not matter.
+/// The positions by ascending bucket, inside a bucket the last slot first; the slots come by
+/// ascending position. Linear in the slots when they are many; few are sorted, so that the number
+/// of buckets does not matter.
 [[nodiscard]] QENZOR_EXPORT std::vector<std::uint32_t> OrderByBucket(
     const std::vector<BucketSlot>& slots, std::uint32_t buckets);
 

@@ -96,7 +96,7 @@ class CMap {
         slots.push_back({BucketOfKey(key, m_buckets), at});
       }
     }
-    return OrderByBucket(slots, m_buckets);
+    return OrderByBucket(std::move(slots), m_buckets);
   }
 
   /// The entry at a position that WalkOrder gave. Its key must not be changed.

@@ -116,7 +116,8 @@ void CZorTextConverter::SetZorEditParam(CZorEdit* edit, TiXmlElement* root) {
     } else if (child.ValueStr() == CZorDrawData::kTag) {
       CZorDrawDataEdit draw_data;
       CZorDrawDataTextConverter().SetChunkEditParam(&draw_data, &child);
-      edit->SetSubChunkEdit(&draw_data);
+      // A copy, not a handing over: it settles the order of draw attributes that share a bucket.
+      edit->DrawData.DeepCopy(&draw_data);
     }
   });
 }
