@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -42,7 +43,7 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  [[nodiscard]] bool IsOpen() const noexcept { return m_handle != reinterpret_cast<iconv_t>(-1); }
+  bool IsOpen() const noexcept { return std::bit_cast<std::intptr_t>(m_handle) != -1; }
 
   /// The number of bytes that the whole of `from` became in `to`; 0 if it is no one character.
   std::size_t Convert(std::string_view from, std::array<char, 2>& to) const noexcept {
@@ -91,8 +92,8 @@ class CodePage {
     }
   }
 
-  [[nodiscard]] std::uint32_t Code(char16_t unit) const noexcept { return m_codes[unit]; }
-  [[nodiscard]] char16_t Unit(std::uint32_t code) const noexcept { return m_units[code]; }
+  std::uint32_t Code(char16_t unit) const noexcept { return m_codes[unit]; }
+  char16_t Unit(std::uint32_t code) const noexcept { return m_units[code]; }
 
  private:
   bool AddCode(const Converter& decoder, std::uint32_t code) noexcept {

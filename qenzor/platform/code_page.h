@@ -19,10 +19,10 @@ namespace qenzor {
 QENZOR_EXPORT void AppendNarrow(CString& out, std::u16string_view wide);
 
 /// `wide` in the code page, with '?' as in AppendNarrow.
-[[nodiscard]] QENZOR_EXPORT CString NarrowText(std::u16string_view wide);
+QENZOR_EXPORT CString NarrowText(std::u16string_view wide);
 
 /// `narrow` as UTF-16. A byte that begins no character becomes U+FFFD, and reading goes on with the
 /// byte after it.
-[[nodiscard]] QENZOR_EXPORT CStringW WidenText(std::string_view narrow);
+QENZOR_EXPORT CStringW WidenText(std::string_view narrow);
 
 }  // namespace qenzor

@@ -22,12 +22,12 @@ class QENZOR_EXPORT CKeyIndex {
   CKeyIndex(CKeyIndex&& other) noexcept;
   CKeyIndex& operator=(CKeyIndex&& other) noexcept;
 
-  [[nodiscard]] std::size_t GetCount() const noexcept;
+  std::size_t GetCount() const noexcept;
   /// The key's position, or kAbsent.
-  [[nodiscard]] std::uint32_t Find(std::uint64_t key) const noexcept;
+  std::uint32_t Find(std::uint64_t key) const noexcept;
   /// The key's position; kAbsent if there was none, and then `position` is filed. When memory runs
   /// out, nothing has changed.
-  [[nodiscard]] std::uint32_t FindOrAdd(std::uint64_t key, std::uint32_t position);
+  std::uint32_t FindOrAdd(std::uint64_t key, std::uint32_t position);
   /// Files the key under `to` if it stands under `from`, and says whether it did.
   bool Relocate(std::uint64_t key, std::uint32_t from, std::uint32_t to) noexcept;
   /// Forgets the key; its position, or kAbsent.
@@ -46,8 +46,7 @@ class QENZOR_EXPORT CKeyIndex {
 
 /// The bucket of a key, below `buckets` (which is not 0): one step of the minimal standard
 /// generator on the key's low 32 bits, by Schrage's method, whose products all fit in 32 bits.
-[[nodiscard]] constexpr std::uint32_t BucketOfKey(std::uint64_t key,
-                                                  std::uint32_t buckets) noexcept {
+constexpr std::uint32_t BucketOfKey(std::uint64_t key, std::uint32_t buckets) noexcept {
   const auto number = static_cast<std::int32_t>(static_cast<std::uint32_t>(key));
   const std::int32_t quotient = number / 127773;
   const std::int32_t remainder = number % 127773;
@@ -67,7 +66,7 @@ struct BucketSlot {
 /// The positions by ascending bucket, inside a bucket the last slot first; the slots come by
 /// ascending position. Linear in the slots when they are many; few are sorted, so that the number
 /// of buckets does not matter.
-[[nodiscard]] QENZOR_EXPORT std::vector<std::uint32_t> OrderByBucket(
-    const std::vector<BucketSlot>& slots, std::uint32_t buckets);
+QENZOR_EXPORT std::vector<std::uint32_t> OrderByBucket(std::vector<BucketSlot> slots,
+                                                       std::uint32_t buckets);
 
 }  // namespace qenzor

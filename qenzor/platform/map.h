@@ -35,14 +35,17 @@ class CMap {
   /// `buckets` is not 0.
   explicit CMap(std::uint32_t buckets) noexcept : m_buckets(buckets) {}
 
-  [[nodiscard]] std::size_t GetCount() const noexcept { return m_index.GetCount(); }
+  std::size_t GetCount() const noexcept { return m_index.GetCount(); }
 
   /// The key's value, or null.
-  [[nodiscard]] V* Find(K key) noexcept {
+  V* Find(K key) noexcept {
     const std::uint32_t position = m_index.Find(key);
     return position == CKeyIndex::kAbsent ? nullptr : &m_entries[position].Value;
   }
-  [[nodiscard]] const V* Find(K key) const noexcept { return const_cast<CMap*>(this)->Find(key); }
+  const V* Find(K key) const noexcept {
+    const std::uint32_t position = m_index.Find(key);
+    return position == CKeyIndex::kAbsent ? nullptr : &m_entries[position].Value;
+  }
 
   /// Stores the value. True if the key is new and was added as the most recent; false if it was
   /// there: it keeps its place, and the old value is destroyed.
@@ -86,7 +89,7 @@ class CMap {
   }
 
   /// The positions of all entries in the map's order; linear in their number.
-  [[nodiscard]] std::vector<std::uint32_t> WalkOrder() const {
+  std::vector<std::uint32_t> WalkOrder() const {
     const bool gaps = m_entries.size() != GetCount();
     std::vector<BucketSlot> slots;
     slots.reserve(GetCount());
@@ -100,10 +103,8 @@ class CMap {
   }
 
   /// The entry at a position that WalkOrder gave. Its key must not be changed.
-  [[nodiscard]] Entry& At(std::uint32_t position) noexcept { return m_entries[position]; }
-  [[nodiscard]] const Entry& At(std::uint32_t position) const noexcept {
-    return m_entries[position];
-  }
+  Entry& At(std::uint32_t position) noexcept { return m_entries[position]; }
+  const Entry& At(std::uint32_t position) const noexcept { return m_entries[position]; }
 
   /// Calls `visit(key, value)` for every entry in the map's order. `visit` must neither add nor
   /// remove keys.

@@ -28,39 +28,52 @@ constexpr std::size_t kMaxBlock = 0;
 #else
 constexpr std::size_t kMaxBlock = 4096;
 #endif
-/// Slabs are aligned to the largest size that they have, so that every block finds its own. They
-/// grow with what is alive, so that little is taken for a small document and little lost by a large
-/// one, up to the size of a huge page: page by page, a system spends more time on handing out the
-/// memory of a large document than the reading of it takes.
+/// Slabs grow with what is alive, so that little is taken for a small document and little lost by a
+/// large one, up to the size of a huge page: page by page, a system spends more time on handing out
+/// the memory of a large document than the reading of it takes.
 constexpr std::size_t kMaxSlabSize = std::size_t{2} * 1024 * 1024;
 constexpr std::size_t kMinSlabSize = std::size_t{64} * 1024;
+/// No block crosses the border of two segments, at whose front, found from a block's address, it
+/// says to which slab they belong.
+constexpr std::size_t kSegmentSize = kMinSlabSize;
 constexpr std::size_t kShareOfLive = 4;
 
 std::atomic<std::size_t> g_liveBytes{0};
 
-/// Stands at the front of a slab, which is aligned to its size, so that every block finds it.
+struct SlabHeader;
+
+/// Stands at the front of every segment, which is aligned to its size.
+struct alignas(kAlignment) SegmentHeader {
+  SlabHeader* Slab;
+};
+
+/// Stands in a slab's first segment.
 struct alignas(kAlignment) SlabHeader {
   /// Blocks that have not come back. While the slab is being cut, which its thread counts apart,
   /// this is kOpen less the blocks that came back.
   std::atomic<std::int64_t> Live;
   std::size_t Size;
+  std::align_val_t Alignment;
 };
 constexpr std::int64_t kOpen = std::int64_t{1} << 40;
 
 SlabHeader* MakeSlab() noexcept {
   const std::size_t share = g_liveBytes.load(std::memory_order_relaxed) / kShareOfLive;
   const std::size_t size = std::bit_floor(std::clamp(share, kMinSlabSize, kMaxSlabSize));
-  void* memory = ::operator new (size, std::align_val_t{kMaxSlabSize}, std::nothrow);
+  const std::align_val_t alignment{size == kMaxSlabSize ? kMaxSlabSize : kSegmentSize};
+  void* memory = ::operator new(size, alignment, std::nothrow);
   if (memory == nullptr) return nullptr;
   if (size == kMaxSlabSize) AdviseHugePages(memory, size);
   g_liveBytes.fetch_add(size, std::memory_order_relaxed);
-  return new (memory) SlabHeader{kOpen, size};
+  auto* segment = new (memory) SegmentHeader{};
+  segment->Slab = new (segment + 1) SlabHeader{kOpen, size, alignment};
+  return segment->Slab;
 }
 
 void Drop(SlabHeader* slab, std::int64_t blocks) noexcept {
   if (slab->Live.fetch_sub(blocks, std::memory_order_acq_rel) != blocks) return;
   g_liveBytes.fetch_sub(slab->Size, std::memory_order_relaxed);
-  ::operator delete (slab, std::align_val_t{kMaxSlabSize});
+  ::operator delete(reinterpret_cast<SegmentHeader*>(slab) - 1, slab->Alignment);
 }
 
 /// The slab that a thread is cutting.
@@ -73,7 +86,7 @@ class CSlabCutter {
 
   void* Cut(std::size_t size) noexcept {
     const std::size_t rounded = (size + kAlignment - 1) & ~(kAlignment - 1);
-    if (rounded > m_left && !Renew()) return nullptr;
+    if (rounded > m_left && !NextSegment() && !Renew()) return nullptr;
     void* block = m_next;
     m_next += rounded;
     m_left -= rounded;
@@ -88,19 +101,30 @@ class CSlabCutter {
     Retire();
     m_slab = slab;
     m_next = reinterpret_cast<std::uint8_t*>(slab + 1);
-    m_left = slab->Size - sizeof(SlabHeader);
+    m_left = kSegmentSize - sizeof(SegmentHeader) - sizeof(SlabHeader);
+    m_segmentsLeft = slab->Size / kSegmentSize - 1;
+    return true;
+  }
+  bool NextSegment() noexcept {
+    if (m_segmentsLeft == 0) return false;
+    --m_segmentsLeft;
+    auto* segment = new (m_next + m_left) SegmentHeader{m_slab};
+    m_next = reinterpret_cast<std::uint8_t*>(segment + 1);
+    m_left = kSegmentSize - sizeof(SegmentHeader);
     return true;
   }
   void Retire() noexcept {
     if (m_slab != nullptr) Drop(m_slab, kOpen - m_cut);
     m_slab = nullptr;
     m_left = 0;
+    m_segmentsLeft = 0;
     m_cut = 0;
   }
 
   SlabHeader* m_slab = nullptr;
   std::uint8_t* m_next = nullptr;
-  std::size_t m_left = 0;
+  std::size_t m_left = 0;  ///< bytes left in the segment
+  std::size_t m_segmentsLeft = 0;
   std::int64_t m_cut = 0;
 };
 
@@ -136,8 +160,8 @@ void FreeBlock(void* block, std::size_t size) noexcept {
     ::operator delete(block);
     return;
   }
-  const auto address = reinterpret_cast<std::uintptr_t>(block);
-  Drop(reinterpret_cast<SlabHeader*>(address & ~(kMaxSlabSize - 1)), 1);
+  const auto segment = reinterpret_cast<std::uintptr_t>(block) & ~(kSegmentSize - 1);
+  Drop(reinterpret_cast<SegmentHeader*>(segment)->Slab, 1);
 }
 
 }  // namespace qenzor

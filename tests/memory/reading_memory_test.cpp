@@ -1,0 +1,209 @@
+// How much memory reading takes, whatever a file claims. This program counts every allocation.
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <atomic>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <new>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "qenzor/qen/qen.h"
+#include "qenzor/zor/zor.h"
+
+namespace {
+
+std::atomic<std::size_t> g_in_use{0};
+std::atomic<std::size_t> g_peak{0};
+
+void* Count(void* block) {
+  if (block == nullptr) return nullptr;
+  const std::size_t in_use = g_in_use += malloc_usable_size(block);
+  if (in_use > g_peak) g_peak = in_use;
+  return block;
+}
+
+void Release(void* block) {
+  if (block != nullptr) g_in_use -= malloc_usable_size(block);
+  std::free(block);
+}
+
+void* Require(void* block) {
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
+std::size_t Align(std::align_val_t alignment) { return static_cast<std::size_t>(alignment); }
+
+}  // namespace
+
+void* operator new(std::size_t size) { return Require(Count(std::malloc(size))); }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return Count(std::malloc(size));
+}
+void* operator new(std::size_t size, std::align_val_t alignment) {
+  return Require(Count(std::aligned_alloc(Align(alignment), size)));
+}
+void* operator new(std::size_t size, std::align_val_t alignment,
+                   const std::nothrow_t& /*tag*/) noexcept {
+  return Count(std::aligned_alloc(Align(alignment), size));
+}
+void operator delete(void* block) noexcept { Release(block); }
+void operator delete(void* block, std::size_t /*size*/) noexcept { Release(block); }
+void operator delete(void* block, std::align_val_t /*alignment*/) noexcept { Release(block); }
+void operator delete(void* block, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
+  Release(block);
+}
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+constexpr std::size_t kAllowance = 1024 * 1024;
+constexpr std::size_t kPerByte = 24;
+
+void Put(Bytes& bytes, std::uint64_t value, int width) {
+  for (int i = 0; i < width; ++i) bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+}
+
+Bytes Chunk(std::uint32_t id, const Bytes& data) {
+  Bytes chunk;
+  Put(chunk, id, 4);
+  Put(chunk, data.size(), 4);
+  chunk.insert(chunk.end(), data.begin(), data.end());
+  return chunk;
+}
+
+Bytes Repeat(std::size_t count, const Bytes& prefix, const Bytes& element) {
+  Bytes bytes = prefix;
+  for (std::size_t i = 0; i < count; ++i) bytes.insert(bytes.end(), element.begin(), element.end());
+  return bytes;
+}
+
+Bytes Number(std::uint64_t value, int width) {
+  Bytes bytes;
+  Put(bytes, value, width);
+  return bytes;
+}
+
+template <class Document>
+std::size_t PeakOfReading(const Bytes& bytes) {
+  const std::size_t before = g_in_use;
+  g_peak = before;
+  Document document;
+  document.Read(bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+  // Reading from a path holds the file's bytes beside the tree.
+  return g_peak - before + bytes.size();
+}
+
+template <class Document>
+std::size_t PeakOfFileReading(const Bytes& bytes) {
+  qenzor::CMemFile file(bytes);
+  const std::size_t before = g_in_use;
+  g_peak = before;
+  Document document;
+  document.Read(&file);
+  return g_peak - before;
+}
+
+void ExpectWithinBounds(const Bytes& bytes) {
+  const std::size_t most = kAllowance + kPerByte * bytes.size();
+  EXPECT_LE(PeakOfReading<qenzor::CQen>(bytes), most);
+  EXPECT_LE(PeakOfReading<qenzor::CZor>(bytes), most);
+  EXPECT_LE(PeakOfFileReading<qenzor::CQen>(bytes), most);
+  EXPECT_LE(PeakOfFileReading<qenzor::CZor>(bytes), most);
+}
+
+Bytes MapOf(const Bytes& layer_set_data) {
+  Bytes segment = Number(0, 2);
+  const Bytes set = Chunk(8, layer_set_data);
+  segment.insert(segment.end(), set.begin(), set.end());
+  Bytes file(42, 0);
+  const Bytes root = Chunk(25, Chunk(29, Repeat(1, Number(1, 4), Chunk(30, segment))));
+  file.insert(file.end(), root.begin(), root.end());
+  return file;
+}
+
+Bytes DrawingOf(const Bytes& set) {
+  Bytes file(19, 0);
+  const Bytes root = Chunk(26, set);
+  file.insert(file.end(), root.begin(), root.end());
+  return file;
+}
+
+constexpr std::size_t kMany = 100000;
+
+TEST(ReadingMemory, SmallestElementsStayWithinTheirShare) {
+  ExpectWithinBounds(MapOf(Repeat(kMany, Number(kMany, 4), Chunk(7, Number(0, 2)))));
+  const Bytes line = Chunk(9, Number(0, 2));
+  const Bytes object_set = Chunk(22, Repeat(1, Number(0xFFFFFFFF, 4), line));
+  Bytes z_id_obj = Number(1, 8);
+  z_id_obj.insert(z_id_obj.end(), object_set.begin(), object_set.end());
+  const Bytes z_id_set = Chunk(20, Repeat(kMany, Number(kMany, 4), Chunk(21, z_id_obj)));
+  Bytes layer = Number(0, 2);
+  layer.insert(layer.end(), z_id_set.begin(), z_id_set.end());
+  ExpectWithinBounds(MapOf(Repeat(1, Number(1, 4), Chunk(7, layer))));
+}
+
+TEST(ReadingMemory, DrawAttributesStayWithinTheirShare) {
+  Bytes set = Number(kMany, 4);
+  for (std::size_t i = 0; i < kMany; ++i) {
+    const Bytes atter = Chunk(3, Number(i * 7919, 8));
+    set.insert(set.end(), atter.begin(), atter.end());
+  }
+  ExpectWithinBounds(DrawingOf(Chunk(2, set)));
+}
+
+TEST(ReadingMemory, MarkElementsWithoutPointsStayWithinTheirShare) {
+  Bytes mark = Number(0, 8);
+  Put(mark, 65535, 2);
+  mark = Repeat(65535, mark, Bytes(10, 0));
+  ExpectWithinBounds(DrawingOf(Chunk(24, Repeat(2, Number(2, 4), Chunk(11, mark)))));
+}
+
+TEST(ReadingMemory, DeclaredCountsTakeNothing) {
+  ExpectWithinBounds(DrawingOf(Chunk(23, Number(0xFFFFFFFF, 4))));
+  ExpectWithinBounds(DrawingOf(Chunk(6, Number(0xFFFFFFFF, 4))));
+  ExpectWithinBounds(DrawingOf(Chunk(2, Number(0xFFFFFFFF, 4))));
+  Bytes line_info(9, 0);
+  Put(line_info, 0xFFFF, 2);
+  ExpectWithinBounds(DrawingOf(Chunk(6, Repeat(1, Number(1, 4), Chunk(10, line_info)))));
+  Bytes mark(8, 0);
+  Put(mark, 0xFFFF, 2);
+  ExpectWithinBounds(DrawingOf(Chunk(24, Repeat(1, Number(1, 4), Chunk(11, mark)))));
+}
+
+TEST(ReadingMemory, DamagedDocumentsStayWithinBounds) {
+  std::mt19937 random(20240229);
+  for (const char* name : {"world.qen", "world.zor"}) {
+    std::ifstream file(std::filesystem::path(QENZOR_SAMPLES) / name, std::ios::binary);
+    const Bytes whole{std::istreambuf_iterator<char>(file), {}};
+    ASSERT_FALSE(whole.empty());
+    for (int i = 0; i < 200; ++i) {
+      Bytes damaged = whole;
+      for (int j = 0; j < 3; ++j) {
+        const auto value = static_cast<std::uint32_t>(random() % 2 == 0 ? 0xFFFFFFFF : random());
+        std::memcpy(damaged.data() + random() % (damaged.size() - 4), &value, 4);
+      }
+      damaged.resize(damaged.size() - random() % 64);
+      ExpectWithinBounds(damaged);
+    }
+  }
+}
+
+TEST(ReadingMemory, AllOfItComesBack) {
+  const Bytes bytes = MapOf(Repeat(1000, Number(1000, 4), Chunk(7, Number(0, 2))));
+  PeakOfReading<qenzor::CQen>(bytes);  // what stays for the next document
+  const std::size_t before = g_in_use;
+  for (int i = 0; i < 10; ++i) PeakOfReading<qenzor::CQen>(bytes);
+  EXPECT_EQ(g_in_use, before);
+}
+
+}  // namespace

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// What the command line asks for; each command looks at its own part.
+struct Options {
+  std::string Kind;  ///< "qen", "zor", or empty: found out
+  std::string Via = "chunk";
+  std::string In;
+  std::string Out;
+  std::string Map;  ///< a map whose z-ids check compares
+  std::vector<std::string> Files;
+  bool Json = false;
+  bool Strict = false;
+  bool Quiet = false;
+};
+
+// Each command returns the exit status, or throws CFailure.
+
+int RunCopy(const Options& options);
+int RunToXml(const Options& options);
+int RunFromXml(const Options& options);
+int RunInfo(const Options& options);
+int RunCheck(const Options& options);
+
+}  // namespace tool

@@ -1,0 +1,95 @@
+// copy, to-xml and from-xml.
+
+#include "commands.h"
+#include "documents.h"
+#include "output.h"
+#include "progress.h"
+
+namespace tool {
+
+namespace {
+
+template <class Kind>
+std::unique_ptr<typename Kind::Document> PassThrough(
+    const Input& input, const std::string& via, std::unique_ptr<typename Kind::Document> document) {
+  if (via == "clone") {
+    std::unique_ptr<typename Kind::Document> clone(document->Clone());
+    if (clone == nullptr) throw CFailure(input.Name, "out of memory");
+    return clone;
+  }
+  if (via == "edit") {
+    typename Kind::Edit edit;
+    Kind::ToEdit(*document, edit);
+    document.reset();
+    return StoreEdit<Kind>(input, edit);
+  }
+  return document;
+}
+
+template <class Document>
+void WriteDocument(const std::string& path, Document& document) {
+  WriteOutput(path, [&](qenzor::CFile& file) { return document.Write(&file); });
+}
+
+DocumentKind FindBinaryKind(const Input& input, const Options& options) {
+  const DocumentKind kind = FindKind(input, options.Kind);
+  if (kind.IsXml) throw CFailure(input.Name, "is XML already (use from-xml)");
+  return kind;
+}
+
+}  // namespace
+
+int RunCopy(const Options& options) {
+  CProgress progress(options.Quiet);
+  progress.Stage("reading");
+  const Input input = ReadInput(options.In);
+  return WithKind(FindBinaryKind(input, options).Kind, [&](auto kind) {
+    using Kind = decltype(kind);
+    auto document = ReadDocument<Kind>(input);
+    progress.Stage("copying");
+    document = PassThrough<Kind>(input, options.Via, std::move(document));
+    progress.Stage("writing");
+    WriteDocument(options.Out, *document);
+    return 0;
+  });
+}
+
+int RunToXml(const Options& options) {
+  CProgress progress(options.Quiet);
+  progress.Stage("reading");
+  const Input input = ReadInput(options.In);
+  return WithKind(FindBinaryKind(input, options).Kind, [&](auto kind) {
+    using Kind = decltype(kind);
+    const auto document = ReadDocument<Kind>(input);
+    progress.Stage("writing XML");
+    WriteOutput(options.Out, [&](qenzor::CFile& file) {
+      qenzor::CStdioFile text(file);
+      Kind::ToText(text, *document);
+      text.Close();
+      return true;
+    });
+    return 0;
+  });
+}
+
+int RunFromXml(const Options& options) {
+  CProgress progress(options.Quiet);
+  progress.Stage("reading XML");
+  const Input input = ReadInput(options.In);
+  const DocumentKind found = FindKind(input, options.Kind);
+  return WithKind(found.Kind, [&](auto kind) {
+    using Kind = decltype(kind);
+    const auto edit = ReadXmlEdit<Kind>(input);
+    progress.Stage("converting");
+    const auto document = StoreEdit<Kind>(input, *edit);
+    if (!Kind::HasRoot(*document))
+      throw CFailure(input.Name,
+                     "there is no QenMapData element: a map without map data cannot "
+                     "be written");
+    progress.Stage("writing");
+    WriteDocument(options.Out, *document);
+    return 0;
+  });
+}
+
+}  // namespace tool

@@ -1,0 +1,42 @@
+#include "documents.h"
+
+#include <cstdlib>
+#include <fstream>
+
+#include "output.h"
+#include "qenzor/text/xml_file.h"
+
+namespace tool {
+
+std::string DescribeError(const Input& input, BinaryKind kind) {
+  const CheckResult result = CheckBytes(input.Bytes, kind);
+  const Finding* error = result.FirstError();
+  if (error == nullptr) return "out of memory";
+  return "byte " + std::to_string(error->Offset) + ": " +
+         (error->Path.empty() ? "" : error->Path + ": ") + error->Reason;
+}
+
+CXmlPath::CXmlPath(const Input& input) : m_path(input.Path) {
+  if (input.Path != "-") return;
+  const char* folder = std::getenv("TMPDIR");
+  m_scratch =
+      std::make_unique<CScratchFile>(folder == nullptr || *folder == '\0' ? "/tmp" : folder);
+  m_path = m_scratch->GetPath();
+  std::ofstream file(m_path, std::ios::binary);
+  file.write(reinterpret_cast<const char*>(input.Bytes.data()),
+             static_cast<std::streamsize>(input.Bytes.size()));
+  file.close();
+  if (!file) throw CFailure(m_path, "cannot be written");
+}
+
+CXmlPath::~CXmlPath() = default;
+
+std::string DescribeXmlError(const std::string& path) {
+  const auto error = qenzor::FindXmlError(path);
+  if (!error.has_value()) return "line 1: the root element is not that of the document's kind";
+  if (error->Line == 0) return error->Reason;
+  return "line " + std::to_string(error->Line) + ", column " + std::to_string(error->Column) +
+         ": " + error->Reason;
+}
+
+}  // namespace tool

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "check_walk.h"
+
+namespace tool {
+
+/// A file that has been read whole; "-" names standard input.
+struct Input {
+  std::string Name;  ///< as messages call it
+  std::string Path;
+  std::vector<std::uint8_t> Bytes;
+};
+
+/// Throws CFailure when the file cannot be read.
+Input ReadInput(const std::string& path);
+
+/// What a file holds.
+struct DocumentKind {
+  BinaryKind Kind;
+  bool IsXml;
+};
+
+/// The kind from the content, then from the extension; a kind asked for ("qen", "zor") comes first.
+/// Throws CFailure when nothing tells it.
+DocumentKind FindKind(const Input& input, const std::string& asked);
+
+}  // namespace tool
