@@ -47,9 +47,10 @@ std::optional<std::string_view> FindRootTag(const std::vector<std::uint8_t>& byt
   }
 }
 
-std::optional<BinaryKind> KindOfName(std::string_view name) {
-  if (name == "qen" || name == "Qen") return BinaryKind::kQen;
-  if (name == "zor" || name == "Zor") return BinaryKind::kZor;
+std::optional<BinaryKind> KindOfName(std::string_view name, std::string_view qen,
+                                     std::string_view zor) {
+  if (name == qen) return BinaryKind::kQen;
+  if (name == zor) return BinaryKind::kZor;
   return std::nullopt;
 }
 
@@ -71,8 +72,8 @@ Input ReadInput(const std::string& path) {
 
 DocumentKind FindKind(const Input& input, const std::string& asked) {
   const auto root = FindRootTag(input.Bytes);
-  const auto xml_kind = root.has_value() ? KindOfName(*root) : std::nullopt;
-  const std::optional<BinaryKind> asked_kind = KindOfName(asked);
+  const auto xml_kind = root.has_value() ? KindOfName(*root, "Qen", "Zor") : std::nullopt;
+  const auto asked_kind = KindOfName(asked, "qen", "zor");
   if (asked_kind.has_value()) return {*asked_kind, xml_kind.has_value()};
   constexpr std::size_t kQenRoot = qenzor::PackedSize<qenzor::QenFileInfo>();
   constexpr std::size_t kZorRoot = qenzor::PackedSize<qenzor::ZorFileInfo>();
@@ -83,7 +84,8 @@ DocumentKind FindKind(const Input& input, const std::string& asked) {
   if (xml_kind.has_value()) return {*xml_kind, true};
   const std::size_t dot = input.Path.rfind('.');
   const std::string extension = dot == std::string::npos ? "" : input.Path.substr(dot + 1);
-  if (const auto kind = KindOfName(extension); kind.has_value()) return {*kind, false};
+  if (const auto kind = KindOfName(extension, "qen", "zor"); kind.has_value())
+    return {*kind, false};
   if (extension == "xml" || root.has_value())
     throw CFailure(input.Name, root.has_value() ? "the root element is neither Qen nor Zor"
                                                 : "byte 0: no XML element stands at the front");

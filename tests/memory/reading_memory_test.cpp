@@ -198,12 +198,13 @@ TEST(ReadingMemory, DamagedDocumentsStayWithinBounds) {
   }
 }
 
-TEST(ReadingMemory, AllOfItComesBack) {
+TEST(ReadingMemory, AllOfItComesBackButASlabOrTwo) {
+  constexpr std::size_t kMostKept = std::size_t{256} * 1024;
+  constexpr int kTimes = 100;
   const Bytes bytes = MapOf(Repeat(1000, Number(1000, 4), Chunk(7, Number(0, 2))));
-  PeakOfReading<qenzor::CQen>(bytes);  // what stays for the next document
   const std::size_t before = g_in_use;
-  for (int i = 0; i < 10; ++i) PeakOfReading<qenzor::CQen>(bytes);
-  EXPECT_EQ(g_in_use, before);
+  for (int i = 0; i < kTimes; ++i) ASSERT_GT(PeakOfReading<qenzor::CQen>(bytes), 2 * bytes.size());
+  EXPECT_LE(g_in_use, before + kMostKept);
 }
 
 }  // namespace
