@@ -32,16 +32,22 @@ install_packages() {
   rm -f "$log"
 }
 
+# configure PRESET: makes the preset's build folder, once; ninja sees to later changes itself.
+configure() {
+  local dir=$root/build/$1
+  [ ! -f "$dir/build.ninja" ] || return 0
+  say "configuring $1"
+  mkdir -p "$dir"
+  cmake -S "$root" --preset "$1" >"$dir/configure.log" 2>&1 ||
+    { cat "$dir/configure.log" >&2; die "cmake failed"; }
+}
+
 # build PRESET [TARGET...]: configures at the first time, then builds. Silent when nothing is to do,
 # one line when something is, the end of the log when it fails.
 build() {
   local preset=$1 dir=$root/build/$1 log=$root/build/$1/build.log
   shift
-  mkdir -p "$dir"
-  if [ ! -f "$dir/build.ninja" ]; then
-    say "configuring $preset"
-    cmake -S "$root" --preset "$preset" >"$log" 2>&1 || { cat "$log" >&2; die "cmake failed"; }
-  fi
+  configure "$preset"
   # Two runs at once take turns: ninja does not guard its folder.
   if ! (
     flock 9
