@@ -1,112 +1,240 @@
-#include <nlohmann/json.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <string_view>
 
-#include "tools/commands.h"
-#include "tools/document.h"
-#include "tools/progress.h"
-#include "tools/statistics.h"
+#include "commands.h"
+#include "documents.h"
+#include "progress.h"
+#include "qenzor/qen/cmb_lbl_obj.h"
+#include "qenzor/qen/line_obj.h"
+#include "qenzor/qen/poly_obj.h"
+#include "qenzor/qen/ras_ll_obj.h"
+#include "qenzor/qen/ras_mm_obj.h"
+#include "qenzor/zor/cmb_lbl_draw_info.h"
+#include "qenzor/zor/line_draw_info.h"
+#include "qenzor/zor/poly_bmp_brush_draw_info.h"
+#include "qenzor/zor/poly_shadow_draw_info.h"
+#include "qenzor/zor/poly_solid_brush_draw_info.h"
+#include "qenzor/zor/ras_ll_draw_info.h"
+#include "qenzor/zor/ras_mm_draw_info.h"
+#include "report.h"
 
 namespace tool {
 
 namespace {
 
-using nlohmann::ordered_json;
+using namespace qenzor;
 
-std::string TextOf(const ordered_json& value) {
-  if (value.is_string()) return value.get<std::string>();
-  return value.is_null() ? "none" : value.dump();
-}
+/// The rectangle around coordinates.
+struct Box {
+  CRect Rect;
+  bool Empty = true;
 
-/// "west -5, south 3": the members of an object on one line, an object inside in parentheses.
-std::string LineOf(const ordered_json& object) {
-  std::string line;
-  for (const auto& [key, value] : object.items()) {
-    if (!line.empty()) line += ", ";
-    line += key + ' ';
-    if (!value.is_object()) {
-      line += TextOf(value);
-      continue;
-    }
-    std::string inner;
-    for (const auto& [inner_key, inner_value] : value.items())
-      inner += (inner.empty() ? "" : ", ") + inner_key + ' ' + TextOf(inner_value);
-    line += '(' + inner + ')';
+  void Add(std::int32_t x, std::int32_t y) {
+    if (Empty) Rect = {x, y, x, y};
+    Empty = false;
+    Rect = {std::min(Rect.left, x), std::min(Rect.top, y), std::max(Rect.right, x),
+            std::max(Rect.bottom, y)};
   }
-  return line;
+};
+
+Json RectJson(const CRect& rect) {
+  return Json::array({rect.left, rect.top, rect.right, rect.bottom});
 }
 
-/// The report for people: each member on a line, what a member consists of on lines below it.
-std::string TextOfReport(const ordered_json& report) {
-  std::string text;
-  for (const auto& [key, value] : report.items()) {
-    text += key + ':';
-    if (!value.is_structured()) {
-      text += ' ' + TextOf(value) + '\n';
-      continue;
-    }
-    text += value.empty() ? " none\n" : "\n";
-    for (const auto& [inner_key, inner] : value.items()) {
-      text += "  ";
-      if (value.is_object()) text += inner_key + ": ";
-      text += (inner.is_object() ? LineOf(inner) : TextOf(inner)) + '\n';
-    }
+Json InfoJson(const FileInfo& info) {
+  char magic[16];
+  std::snprintf(magic, sizeof(magic), "0x%04X", static_cast<unsigned>(info.Magic));
+  const std::string_view ident(info.Ident.data(), 6);
+  return {{"Ident", std::string(ident.substr(0, ident.find('\0')))},
+          {"Magic", magic},
+          {"MajorVer", info.MajorVer},
+          {"MinorVer", info.MinorVer},
+          {"Revision", info.Revision}};
+}
+
+/// What a map holds.
+struct MapCounts {
+  std::map<std::string_view, std::uint64_t> Objects;
+  std::uint64_t Points = 0;
+  struct Layer {
+    std::uint64_t ZIdObjs = 0;
+    std::uint64_t Objects = 0;
+    Box Bounds;
+  };
+  std::map<std::uint16_t, Layer> Layers;
+};
+
+void CountObject(CAbstractObj& obj, MapCounts& counts, MapCounts::Layer& layer) {
+  ++counts.Objects[obj.GetRuntimeClass().Name];
+  ++layer.Objects;
+  const auto add_points = [&](const auto& points) {
+    counts.Points += points.size();
+    for (const CPoint& point : points) layer.Bounds.Add(point.x, point.y);
+  };
+  if (const auto* line = class_cast<CLineObj>(&obj)) add_points(line->Pt);
+  if (const auto* poly = class_cast<CPolyObj>(&obj)) add_points(poly->Pt);
+  if (const auto* label = class_cast<CCmbLblObj>(&obj)) layer.Bounds.Add(label->Pt.x, label->Pt.y);
+  if (const auto* raster = class_cast<CRasMMObj>(&obj))
+    layer.Bounds.Add(raster->Pt.x, raster->Pt.y);
+  if (const auto* raster = class_cast<CRasLLObj>(&obj)) {
+    layer.Bounds.Add(raster->Rect.left, raster->Rect.top);
+    layer.Bounds.Add(raster->Rect.right, raster->Rect.bottom);
   }
-  return text;
+  if (obj.AddedObjInfoSet != nullptr) {
+    ++counts.Objects[CAddedObjInfoSet::kTag];
+    counts.Objects[CUrlInfo::kTag] += obj.AddedObjInfoSet->GetElemCount();
+  }
 }
 
-/// Bytes of the root chunk that writing the document would give; null when it cannot be stored.
-template <class Kind>
-ordered_json RootChunkBytes(typename Kind::Edit& edit) {
-  if (!FindBreach(edit).empty()) return nullptr;
-  const auto document = Owned(Kind::Make(edit));
-  auto* root = Kind::RootOf(*document);
-  if (root == nullptr) return nullptr;
-  root->RecursiveReCalcDataSize();
-  return root->GetChunkSize();
+void CountLayer(CLayerData& layer, MapCounts& counts) {
+  MapCounts::Layer& sums = counts.Layers[layer.LayerNo];
+  ++counts.Objects[CLayerData::kTag];
+  if (layer.ZIdObjSet == nullptr) return;
+  for (std::uint32_t i = 0; i < layer.ZIdObjSet->GetElemCount(); ++i) {
+    const CZIdObj* z_id_obj = layer.ZIdObjSet->GetElem(i);
+    ++counts.Objects[CZIdObj::kTag];
+    ++sums.ZIdObjs;
+    if (z_id_obj->ObjSet == nullptr) continue;
+    for (std::uint32_t j = 0; j < z_id_obj->ObjSet->GetElemCount(); ++j)
+      CountObject(*z_id_obj->ObjSet->GetElem(j), counts, sums);
+  }
 }
 
-template <class Kind>
-ordered_json Describe(Input& input, bool is_xml) {
-  std::unique_ptr<typename Kind::Edit> edit;
-  ordered_json root_bytes;
-  if (is_xml) {
-    edit = ReadXml<Kind>(input);
-    root_bytes = RootChunkBytes<Kind>(*edit);
+MapCounts CountMap(const CQen& document) {
+  MapCounts counts;
+  for (const std::string_view tag :
+       {CMeshSegment::kTag, CLayerData::kTag, CZIdObj::kTag, CLineObj::kTag, CPolyObj::kTag,
+        CCmbLblObj::kTag, CRasLLObj::kTag, CRasMMObj::kTag, CAddedObjInfoSet::kTag, CUrlInfo::kTag})
+    counts.Objects[tag] = 0;
+  const auto* segments =
+      document.MapData == nullptr ? nullptr : document.MapData->MeshSegmentSet.get();
+  for (std::uint32_t i = 0; segments != nullptr && i < segments->GetElemCount(); ++i) {
+    const CMeshSegment* segment = segments->GetElem(i);
+    ++counts.Objects[CMeshSegment::kTag];
+    for (std::uint32_t j = 0; segment->LayerSet != nullptr && j < segment->LayerSet->GetElemCount();
+         ++j)
+      CountLayer(*segment->LayerSet->GetElem(j), counts);
+  }
+  return counts;
+}
+
+Json ObjectsJson(const std::map<std::string_view, std::uint64_t>& objects) {
+  Json json = Json::object();
+  for (const auto& [tag, count] : objects) json[std::string(tag)] = count;
+  return json;
+}
+
+Json DescribeContent(CQen& document) {
+  const MapCounts counts = CountMap(document);
+  Json info = InfoJson(document);
+  info["GeoCoodinate"] = document.GeoCoodinate;
+  info["IncRect"] = RectJson(document.IncRect);
+  info["SegmentNumX"] = document.SegmentNumX;
+  info["SegmentNumY"] = document.SegmentNumY;
+  info["CompCoef"] = document.CompCoef;
+  Json layers = Json::array();
+  for (const auto& [number, layer] : counts.Layers)
+    layers.push_back(
+        {{"LayerNo", number},
+         {"ZIdObjs", layer.ZIdObjs},
+         {"Objects", layer.Objects},
+         {"Bounds", layer.Bounds.Empty ? Json::array() : RectJson(layer.Bounds.Rect)}});
+  return {{"FileInfo", info},
+          {"Objects", ObjectsJson(counts.Objects)},
+          {"Points", counts.Points},
+          {"Layers", layers}};
+}
+
+template <class... Infos>
+std::uint64_t CountRecords(CAbstractDrawInfo& draw_info) {
+  std::uint64_t records = 0;
+  const auto count_as = [&]<class Info>(const Info* info) {
+    if (info != nullptr) records = info->ScData.size();
+  };
+  (count_as(class_cast<Infos>(&draw_info)), ...);
+  return records;
+}
+
+Json DescribeContent(CZor& document) {
+  std::map<std::string_view, std::uint64_t> objects;
+  for (const std::string_view tag :
+       {CDrawAtter::kTag, CLineDrawInfo::kTag, CPolySolidBrushDrawInfo::kTag,
+        CPolyBmpBrushDrawInfo::kTag, CPolyShadowDrawInfo::kTag, CCmbLblDrawInfo::kTag,
+        CRasLLDrawInfo::kTag, CRasMMDrawInfo::kTag, CMarkData::kTag, std::string_view("MarkElem")})
+    objects[tag] = 0;
+  std::uint64_t indices = 0;
+  std::uint64_t records = 0;
+  std::uint64_t points = 0;
+  const CZorDrawData& data = document.DrawData;
+  if (data.DrawAtterSet != nullptr)
+    for (const CDrawAtter* atter : data.DrawAtterSet->GetElems()) {
+      ++objects[CDrawAtter::kTag];
+      if (atter->DrawInfoIdxSet != nullptr) indices += atter->DrawInfoIdxSet->DrawInfoIdx.size();
+    }
+  for (std::uint32_t i = 0; data.DrawInfoSet != nullptr && i < data.DrawInfoSet->GetElemCount();
+       ++i) {
+    CAbstractDrawInfo& draw_info = *data.DrawInfoSet->GetElem(i);
+    ++objects[draw_info.GetRuntimeClass().Name];
+    records += CountRecords<CLineDrawInfo, CPolySolidBrushDrawInfo, CPolyBmpBrushDrawInfo,
+                            CPolyShadowDrawInfo, CCmbLblDrawInfo, CRasLLDrawInfo, CRasMMDrawInfo>(
+        draw_info);
+  }
+  for (std::uint32_t i = 0; data.MarkDataSet != nullptr && i < data.MarkDataSet->GetElemCount();
+       ++i) {
+    const CMarkData& mark = *data.MarkDataSet->GetElem(i);
+    ++objects[CMarkData::kTag];
+    objects["MarkElem"] += mark.MarkElem.size();
+    for (const CMarkElem& elem : mark.MarkElem) points += elem.Pt.size();
+  }
+  return {{"FileInfo", InfoJson(document)},
+          {"Objects", ObjectsJson(objects)},
+          {"DrawInfoIndices", indices},
+          {"ScaleRecords", records},
+          {"Points", points}};
+}
+
+/// The bytes that the document takes as a file.
+template <class Document>
+std::uint64_t StoredSize(Document& document, std::uint64_t info_size) {
+  if constexpr (requires { document.MapData; }) {
+    if (document.MapData == nullptr) return info_size;
+    document.MapData->RecursiveReCalcDataSize();
+    return info_size + document.MapData->GetChunkSize();
   } else {
-    const auto document = ReadBinary<Kind>(input);
-    root_bytes = Kind::RootOf(*document)->GetChunkSize();
-    edit = std::make_unique<typename Kind::Edit>();
-    Kind::Fill(*edit, *document);
+    document.DrawData.RecursiveReCalcDataSize();
+    return info_size + document.DrawData.GetChunkSize();
   }
-  ordered_json report;
-  report["file"] = input.GetName();
-  report["kind"] = Kind::kKindName;
-  report["format"] = is_xml ? "xml" : "binary";
-  report["file_bytes"] = input.GetBytes().size();
-  report["root_chunk_bytes"] = std::move(root_bytes);
-  report["file_info"] = DescribeFileInfo(*edit);
-  DescribeContent(*edit, report);
-  return report;
 }
 
 }  // namespace
 
 int RunInfo(const Options& options) {
-  ordered_json report;
+  Json report;
   {
-    Progress progress(options.Quiet);
+    CProgress progress(options.Quiet);
     progress.Stage("reading");
-    Input input(options.In);
-    const Format format = DetectFormat(input, options.Kind);
-    if (!format.Kind) FailToReadXml(input, "\"Qen\" or \"Zor\"");
-    report = WithKind(*format.Kind, [&]<class Kind>(Kind /*kind*/) {
-      return Describe<Kind>(input, format.IsXml);
+    const Input input = ReadInput(options.In);
+    const DocumentKind found = FindKind(input, options.Kind);
+    WithKind(found.Kind, [&](auto kind) {
+      using Kind = decltype(kind);
+      std::unique_ptr<typename Kind::Document> document;
+      if (found.IsXml)
+        document = StoreEdit<Kind>(input, *ReadXmlEdit<Kind>(input));
+      else
+        document = ReadDocument<Kind>(input);
+      report = {{"File", input.Name},
+                {"Kind", Kind::kRoot},
+                {"Form", found.IsXml ? "XML" : "binary"},
+                {"FileBytes", input.Bytes.size()}};
+      constexpr std::uint64_t kInfoSize =
+          Kind::kKind == BinaryKind::kQen ? PackedSize<QenFileInfo>() : PackedSize<ZorFileInfo>();
+      report["StoredBytes"] = StoredSize(*document, kInfoSize);
+      report.update(DescribeContent(*document));
     });
   }
-  constexpr int kIndent = 2;
-  // A file name may be no UTF-8, which JSON has to be.
-  PrintText(options.Json
-                ? report.dump(kIndent, ' ', false, ordered_json::error_handler_t::replace) + '\n'
-                : TextOfReport(report));
+  PrintReport(report, options.Json);
   return 0;
 }
 

@@ -1,122 +1,158 @@
-#include "tools/limits.h"
+#include "limits.h"
 
-#include <algorithm>
-#include <limits>
 #include <type_traits>
+#include <vector>
 
+#include "qenzor/core/fields.h"
 #include "qenzor/core/stored_text.h"
 #include "qenzor/platform/code_page.h"
-#include "tools/edit_walk.h"
-#include "tools/failure.h"
+#include "qenzor/qen/cmb_lbl_obj.h"
+#include "qenzor/qen/line_obj.h"
+#include "qenzor/qen/poly_obj.h"
+#include "qenzor/qen/qen.h"
+#include "qenzor/qen/ras_ll_obj.h"
+#include "qenzor/qen/ras_mm_obj.h"
+#include "qenzor/zor/cmb_lbl_draw_info.h"
+#include "qenzor/zor/line_draw_info.h"
+#include "qenzor/zor/poly_bmp_brush_draw_info.h"
+#include "qenzor/zor/poly_shadow_draw_info.h"
+#include "qenzor/zor/poly_solid_brush_draw_info.h"
+#include "qenzor/zor/ras_ll_draw_info.h"
+#include "qenzor/zor/ras_mm_draw_info.h"
+#include "qenzor/zor/zor.h"
 
 namespace tool {
 
 namespace {
 
-/// UTF-16 units that a text takes in the file.
-std::size_t UnitsOf(const qenzor::CStringW& text) { return text.size(); }
-std::size_t UnitsOf(const qenzor::CString& name) { return qenzor::WidenText(name).size(); }
+using namespace qenzor;
 
-template <class Element>
-constexpr std::string_view NounOf() {
-  if constexpr (std::is_same_v<Element, qenzor::CPoint>)
-    return "points";
-  else if constexpr (std::is_same_v<Element, qenzor::CMarkElem>)
-    return "mark elements";
-  else
-    return "scale records";
-}
+constexpr std::size_t kMaxListLength = 65535;
 
-/// Holds the fields of an object's edit form against what its chunk can take.
-class FieldLimits {
+/// Walks edit objects through their field lists until one does not fit its counts.
+class CLimitWalk {
  public:
-  explicit FieldLimits(std::string path) : m_path(std::move(path)) {}
+  template <class Edit>
+  bool Walk(const std::string& name, const Edit& edit) {
+    m_path.push_back(name);
+    const bool fits = Fits(edit);
+    if (fits) m_path.pop_back();
+    return fits;
+  }
 
-  const std::string& GetBreach() const { return m_breach; }
+  std::string GetFinding() const {
+    if (m_finding.empty()) return {};
+    std::string path;
+    for (const std::string& name : m_path) path += (path.empty() ? "" : "/") + name;
+    return path + ": " + m_finding;
+  }
 
-  template <class ChunkData, class EditData, class Edit>
-  void Check(const Edit& edit) {
-    CheckAll(ChunkData::Fields(), EditData::Fields(), edit);
+  template <class T, class Fields>
+  bool FitFields(const T& object, const Fields& fields) {
+    return AllFields(fields, [&](const auto& f) { return FitField(object, f); });
   }
 
  private:
-  template <class ChunkFields, class EditFields, class Edit>
-  void CheckAll(const ChunkFields& chunk_fields, const EditFields& edit_fields, const Edit& edit) {
-    qenzor::ForEachFieldPair(chunk_fields, edit_fields,
-                             [&](const auto& c, const auto& e) { CheckField(c, e, edit); });
-  }
-
-  template <class Other, class Edit>
-  void CheckField(const Other& /*c*/, const auto& /*e*/, const Edit& /*edit*/) {}
-
-  template <class Fields, class Edit>
-  void CheckField(const qenzor::FieldGroup<Fields>& c, const auto& e, const Edit& edit) {
-    CheckAll(c.Members, e.Members, edit);
-  }
-
-  template <class O, class V, class Edit>
-  void CheckField(const qenzor::TextField<O, V>& c, const auto& e, const Edit& edit) {
-    constexpr std::size_t kMarkUnits = 1;
-    const std::size_t most =
-        std::min<std::size_t>(qenzor::kMaxStoredTextUnits, c.MaxBytes / 2 - kMarkUnits);
-    const std::size_t units = UnitsOf(edit.*e.Member);
-    if (units > most)
-      Report((c.Tag == "Text" ? "text" : std::string(c.Tag)) + " of " + std::to_string(units) +
-             " characters is too long (at most " + std::to_string(most) + ")");
-  }
-
-  template <class O, class Array, class Edit>
-  void CheckField(const qenzor::ArrayField<O, Array>& c, const auto& e, const Edit& edit) {
-    using Element = typename Array::value_type;
-    const auto& list = edit.*e.Member;
-    // A list as long as 32 bits tell does not come from a file, which is no longer itself.
-    if constexpr (sizeof(typename Array::count_type) < sizeof(std::uint32_t))
-      if (list.size() > Array::kMaxCount)
-        Report(std::to_string(list.size()) + ' ' + std::string(NounOf<Element>()) +
-               " are too many (at most " + std::to_string(Array::kMaxCount) + ")");
-    if constexpr (!qenzor::IsFixedSize<Element>()) {
-      std::size_t index = 0;
-      for (const auto& record : list) {
-        FieldLimits inner(m_path + '/' + std::string(c.Tag) + '[' + std::to_string(index++) + ']');
-        inner.Check<Element, typename Element::EditClass>(*record);
-        if (m_breach.empty()) m_breach = inner.m_breach;
-      }
+  template <class Edit>
+  bool Fits(const Edit& edit) {
+    if constexpr (requires { edit.GetElems(); }) {
+      std::size_t at = 0;
+      for (const auto* elem : edit.GetElems())
+        if (!Walk("DrawAtter[" + std::to_string(at++) + "]", *elem)) return false;
+      return true;
+    } else if constexpr (requires { edit.GetElemPtr(); }) {
+      std::size_t at = 0;
+      for (const auto& elem : *edit.GetElemPtr())
+        if (!FitElem(elem.get(), at++)) return false;
+      return true;
+    } else {
+      return FitFields(edit, FieldsOf<Edit>());
     }
   }
 
-  void Report(const std::string& what) {
-    if (m_breach.empty()) m_breach = m_path + ": " + what;
+  /// An element of an array set, of whatever class.
+  bool FitElem(const CAbstractChunkEdit* elem, std::size_t at) {
+    return FitAs<CLineObj, CPolyObj, CCmbLblObj, CRasLLObj, CRasMMObj, CUrlInfo, CZIdObj,
+                 CLayerData, CMeshSegment, CLineDrawInfo, CPolySolidBrushDrawInfo,
+                 CPolyBmpBrushDrawInfo, CPolyShadowDrawInfo, CCmbLblDrawInfo, CRasLLDrawInfo,
+                 CRasMMDrawInfo, CMarkData>(elem, at);
+  }
+  template <class First, class... Rest>
+  bool FitAs(const CAbstractChunkEdit* elem, std::size_t at) {
+    if (const auto* edit = dynamic_cast<const typename First::EditClass*>(elem); edit != nullptr)
+      return Walk(std::string(First::kTag) + "[" + std::to_string(at) + "]", *edit);
+    if constexpr (sizeof...(Rest) > 0)
+      return FitAs<Rest...>(elem, at);
+    else
+      return true;
   }
 
-  std::string m_path;
-  std::string m_breach;
+  template <class T, class O, class V, class C>
+  bool FitField(const T& /*object*/, const Field<O, V, C>& /*f*/) {
+    return true;
+  }
+
+  template <class T, class O, class V>
+  bool FitField(const T& object, const TextField<O, V>& f) {
+    const V& text = object.*f.Member;
+    // The longest text has as many units as its block holds behind the mark.
+    const std::size_t most = std::min<std::size_t>(f.MaxBytes, 0xFFFE) / 2 - 1;
+    std::size_t length = text.size();
+    if constexpr (std::is_same_v<V, CString>)
+      if (length > most) length = WidenText(text).size();
+    return length <= most || TooLong(f.Tag, length, "characters", most);
+  }
+
+  template <class T, class O, class List>
+  bool FitField(const T& object, const ArrayField<O, List>& f) {
+    using Element = typename List::value_type;
+    const List& list = object.*f.Member;
+    if (std::is_same_v<Element, std::uint32_t>) return true;  // draw info indices come round
+    if (list.size() > kMaxListLength) return TooLong(f.Tag, list.size(), "entries", kMaxListLength);
+    if constexpr (requires { typename Element::element_type; }) {
+      using Record = typename Element::element_type;
+      for (std::size_t i = 0; i < list.size(); ++i) {
+        m_path.push_back(std::string(f.Tag) + "[" + std::to_string(i) + "]");
+        if (list[i] != nullptr && !FitFields(*list[i], Record::Fields())) return false;
+        m_path.pop_back();
+      }
+    }
+    return true;
+  }
+
+  template <class T, class Members>
+  bool FitField(const T& object, const FieldGroup<Members>& f) {
+    return FitFields(object, f.Members);
+  }
+
+  template <class T, class O, class Slot, class Chunk>
+  bool FitField(const T& object, const SlotField<O, Slot, Chunk>& f) {
+    const auto& sub = object.*f.Member;
+    return sub == nullptr || Walk(std::string(f.Tag), *sub);
+  }
+
+  bool TooLong(std::string_view tag, std::size_t length, const char* unit, std::size_t most) {
+    m_finding = std::string(tag) + " of " + std::to_string(length) + " " + unit +
+                " is too long to be stored (at most " + std::to_string(most) + ")";
+    return false;
+  }
+
+  std::vector<std::string> m_path;
+  std::string m_finding;
 };
-
-template <class Edit>
-std::string FirstBreach(const Edit& document) {
-  std::string breach;
-  WalkEdit(document, [&breach]<class Chunk>(const auto& edit, const TreePath& path) {
-    if (!breach.empty()) return;
-    using EditClass = std::remove_cvref_t<decltype(edit)>;
-    FieldLimits limits(path.GetText());
-    limits.Check<typename Chunk::DataType, typename EditClass::DataType>(edit);
-    breach = limits.GetBreach();
-  });
-  return breach;
-}
-
-template <class Edit>
-void Require(const Edit& document, const std::string& name) {
-  const std::string breach = FirstBreach(document);
-  if (!breach.empty()) throw Failure(name, breach);
-}
 
 }  // namespace
 
-std::string FindBreach(const qenzor::CQenEdit& edit) { return FirstBreach(edit); }
-std::string FindBreach(const qenzor::CZorEdit& edit) { return FirstBreach(edit); }
+std::string FindUnstorable(const CQenEdit& edit) {
+  CLimitWalk walk;
+  if (edit.MapData != nullptr) walk.FitFields(*edit.MapData, FieldsOf<CQenMapDataEdit>());
+  return walk.GetFinding();
+}
 
-void RequireStorable(const qenzor::CQenEdit& edit, const std::string& name) { Require(edit, name); }
-void RequireStorable(const qenzor::CZorEdit& edit, const std::string& name) { Require(edit, name); }
+std::string FindUnstorable(const CZorEdit& edit) {
+  CLimitWalk walk;
+  walk.FitFields(edit.DrawData, FieldsOf<CZorDrawDataEdit>());
+  return walk.GetFinding();
+}
 
 }  // namespace tool
