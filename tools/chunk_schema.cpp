@@ -49,7 +49,8 @@ template <class O, class V, class C>
 bool WalkField(BlockWalk& walk, const Field<O, V, C>& f) {
   const std::uint64_t at = walk.At;
   if (!walk.Skip(f.Tag, C::template kSize<V>)) return false;
-  if constexpr (std::is_integral_v<V>) walk.OnValue(f.Tag, at, LoadAt<V>(walk, at));
+  if constexpr (std::is_integral_v<V>)
+    walk.OnValue(f.Tag, at, static_cast<std::uint64_t>(LoadAt<V>(walk, at)));
   return true;
 }
 

@@ -17,7 +17,7 @@ std::string DescribeError(const Input& input, BinaryKind kind) {
 }
 
 CXmlPath::CXmlPath(const Input& input) : m_path(input.Path) {
-  if (input.Path != "-") return;
+  if (input.IsRegular) return;
   const char* folder = std::getenv("TMPDIR");
   m_scratch =
       std::make_unique<CScratchFile>(folder == nullptr || *folder == '\0' ? "/tmp" : folder);

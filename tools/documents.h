@@ -64,7 +64,7 @@ std::unique_ptr<typename Kind::Document> ReadDocument(const Input& input) {
   return document;
 }
 
-/// The path of the input as a file, which standard input gets in a scratch file of the object's.
+/// The path of the input as a file; what can be read only once gets a scratch file of the object's.
 class CXmlPath {
  public:
   explicit CXmlPath(const Input& input);

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -57,7 +58,9 @@ std::optional<BinaryKind> KindOfName(std::string_view name, std::string_view qen
 }  // namespace
 
 Input ReadInput(const std::string& path) {
-  Input input{path == "-" ? "standard input" : path, path, {}};
+  Input input{path == "-" ? "standard input" : path, path, false, {}};
+  std::error_code ignored;
+  input.IsRegular = path != "-" && std::filesystem::is_regular_file(path, ignored);
   const std::unique_ptr<std::FILE, FileCloser> file(path == "-" ? stdin
                                                                 : std::fopen(path.c_str(), "rb"));
   if (file == nullptr) throw CFailure(input.Name, std::strerror(errno));

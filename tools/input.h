@@ -12,6 +12,7 @@ namespace tool {
 struct Input {
   std::string Name;  ///< as messages call it
   std::string Path;
+  bool IsRegular = false;  ///< can be read a second time
   std::vector<std::uint8_t> Bytes;
 };
 

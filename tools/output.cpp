@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 
 #include "failure.h"
 
@@ -115,6 +116,8 @@ bool CScratchFile::MoveTo(const std::string& path) {
 }
 
 void WatchSignals() {
+  // A file that grows past a limit is a failed write like any other.
+  std::signal(SIGXFSZ, SIG_IGN);
   struct sigaction action {};
   action.sa_handler = &OnSignal;
   action.sa_flags = static_cast<int>(SA_RESETHAND);
@@ -147,10 +150,15 @@ void WriteOutput(const std::string& path, const std::function<bool(qenzor::CFile
     write_to(path);
     return;
   }
+  // Through a symbolic link, the file that it names is replaced.
+  std::error_code error;
+  const std::string final_path = exists ? std::filesystem::canonical(path, error).string() : path;
+  if (error) throw CFailure(path, error.message());
   errno = 0;
-  CScratchFile scratch(FolderOf(path));
+  CScratchFile scratch(FolderOf(final_path));
   write_to(scratch.GetPath());
-  if (::chmod(scratch.GetPath().c_str(), ModeFor(target, exists)) != 0 || !scratch.MoveTo(path))
+  if (::chmod(scratch.GetPath().c_str(), ModeFor(target, exists)) != 0 ||
+      !scratch.MoveTo(final_path))
     FailWriting(path, errno);
 }
 

@@ -184,7 +184,7 @@ void WriteValue(CFile& file, const T& object, const ArrayField<O, Array>& f) {
     constexpr std::size_t kElementsInBlock = kMaxBlockSize / kElementSize;
     const Element* next = array.begin();
     while (next != array.end()) {
-      const std::size_t left = static_cast<std::size_t>(array.end() - next);
+      const auto left = static_cast<std::size_t>(array.end() - next);
       const std::size_t count = std::min(left, kElementsInBlock);
       WriteBlock(file, static_cast<std::uint32_t>(count) * kElementSize, [&](std::uint8_t* bytes) {
         for (const Element* end = next + count; next != end; ++next, bytes += kElementSize)

@@ -95,9 +95,9 @@ concept HasFields = requires {
 
 /// Whether the list holds fields of fixed size only, so that its bytes are one packed record.
 template <class Fields>
-constexpr bool kIsPacked = false;
+inline constexpr bool kIsPacked = false;
 template <class... O, class... V, class... C>
-constexpr bool kIsPacked<std::tuple<Field<O, V, C>...>> = true;
+inline constexpr bool kIsPacked<std::tuple<Field<O, V, C>...>> = true;
 
 /// Whether a T takes the same number of bytes whatever it holds.
 template <class T>

@@ -53,7 +53,7 @@ class CFileSource {
 
  private:
   const std::uint8_t* TakeLarge(std::uint64_t size) {
-    constexpr std::uint64_t kStep = 64 * 1024;
+    constexpr auto kStep = std::uint64_t{64} * 1024;
     m_large.clear();
     while (m_large.size() < size) {
       const std::size_t have = m_large.size();

@@ -35,6 +35,7 @@ class QENZOR_EXPORT CObject {
   CObject& operator=(const CObject&) = delete;
 
   // Objects come from slabs; a class derived from the library's may supply its own operators.
+  // NOLINTNEXTLINE(misc-new-delete-overloads,*-new-delete-operators,cert-dcl54-cpp): sized below
   static void* operator new(std::size_t size) { return AllocateBlock(size); }
   static void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     return TryAllocateBlock(size);

@@ -10,7 +10,7 @@ namespace qenzor {
 class CLayerDataEdit;
 class CLayerDataTextConverter;
 
-/// Data: number (u16), then at most one zIdObjSet as sub-chunk.
+/// Data: number (u16), then at most one z-id object set as sub-chunk.
 template <class Form>
 struct QENZOR_EXPORT LayerDataData {
   std::uint16_t LayerNo = 0;

@@ -10,7 +10,7 @@ namespace qenzor {
 class CMeshSegmentEdit;
 class CMeshSegmentTextConverter;
 
-/// Data: number (u16), then at most one layerSet as sub-chunk.
+/// Data: number (u16), then at most one layer set as sub-chunk.
 template <class Form>
 struct QENZOR_EXPORT MeshSegmentData {
   std::uint16_t MeshSegmentNo = 0;

@@ -38,7 +38,10 @@ CAbstractChunkEdit* CAbstractChunkTextConverter::ConvertStringToChunkEdit(TiXmlE
   return edit.release();
 }
 
-CString CAbstractChunkTextConverter::GetIndent(std::uint32_t n) { return CString(n, '\t'); }
+CString CAbstractChunkTextConverter::GetIndent(std::uint32_t n) {
+  CString indent(n, '\t');
+  return indent;
+}
 
 CString CAbstractChunkTextConverter::GetElemString(const CString& tag, const CString& value,
                                                    const CString& attribs) {

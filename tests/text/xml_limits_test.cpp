@@ -1,0 +1,112 @@
+// The limits that XML text must keep before a parser sees it.
+
+#include <gtest/gtest.h>
+
+#include "qenzor/text/xml_file.h"
+#include "tests/support/qen_xml.h"
+
+namespace qenzor::testing {
+namespace {
+
+std::string Repeat(const std::string& text, std::uint32_t count) {
+  std::string repeated;
+  for (; count > 0; --count) repeated += text;
+  return repeated;
+}
+
+/// A document whose elements nest so deep in all.
+std::string Nested(std::uint32_t depth) {
+  return "<Qen>" + Repeat("<e>", depth - 1) + Repeat("</e>", depth - 1) + "</Qen>";
+}
+
+std::string WithAttributes(std::uint32_t count) {
+  std::string xml = "<Qen><e";
+  for (std::uint32_t i = 0; i < count; ++i) xml += " a" + std::to_string(i) + "='=>\"'";
+  return xml + "/></Qen>";
+}
+
+TEST(XmlLimits, ElementsNest256Deep) {
+  EXPECT_EQ(kMaxXmlDepth, 256U);
+  EXPECT_TRUE(IsWithinXmlLimits(Nested(256)));
+  EXPECT_NE(EditFromXml(Nested(256)), nullptr);
+  EXPECT_FALSE(IsWithinXmlLimits(Nested(257)));
+  EXPECT_EQ(EditFromXml(Nested(257)), nullptr);
+}
+
+TEST(XmlLimits, AnEmptyElementCountsAsALevel) {
+  const std::string open = "<Qen>" + Repeat("<e>", 254);
+  const std::string close = Repeat("</e>", 254) + "</Qen>";
+  EXPECT_TRUE(IsWithinXmlLimits(open + "<e/>" + close));
+  EXPECT_TRUE(IsWithinXmlLimits(open + "<e/><e/><e/>" + close));
+  EXPECT_FALSE(IsWithinXmlLimits(open + "<e><e/></e>" + close));
+}
+
+TEST(XmlLimits, AMillionSiblingsAreNoDepth) {
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen>" + Repeat("<e></e><f/>", 500000) + "</Qen>"));
+}
+
+TEST(XmlLimits, AnElementBears64Attributes) {
+  EXPECT_EQ(kMaxXmlAttributes, 64U);
+  EXPECT_TRUE(IsWithinXmlLimits(WithAttributes(64)));
+  EXPECT_NE(EditFromXml(WithAttributes(64)), nullptr);
+  EXPECT_FALSE(IsWithinXmlLimits(WithAttributes(65)));
+  EXPECT_EQ(EditFromXml(WithAttributes(65)), nullptr);
+}
+
+TEST(XmlLimits, AttributesCountForEachElementAnew) {
+  std::string xml = WithAttributes(64);
+  xml.insert(xml.find("</Qen>"), WithAttributes(64).substr(5, WithAttributes(64).size() - 11));
+  EXPECT_TRUE(IsWithinXmlLimits(xml));
+}
+
+TEST(XmlLimits, ANulIsRefusedWhereverItStands) {
+  const std::string xml = "<Qen><e>text</e></Qen>";
+  for (std::size_t at = 0; at <= xml.size(); ++at) {
+    std::string with_nul = xml;
+    with_nul.insert(at, 1, '\0');
+    EXPECT_FALSE(IsWithinXmlLimits(with_nul)) << at;
+    EXPECT_EQ(EditFromXml(with_nul), nullptr) << at;
+  }
+}
+
+TEST(XmlLimits, CommentsAndCharacterDataHoldNoElements) {
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen><!--" + Repeat("<e>", 300) + "--></Qen>"));
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen><![CDATA[" + Repeat("<e>", 300) + "]]></Qen>"));
+}
+
+TEST(XmlLimits, QuotedValuesHideNoDepth) {
+  EXPECT_FALSE(IsWithinXmlLimits("<Qen>" + Repeat("<e a='/>'>", 256)));
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen>" + Repeat("<e a='>'/>", 300) + "</Qen>"));
+}
+
+TEST(XmlLimits, AnErrorTellsItsPlaceAndReason) {
+  const std::optional<XmlError> nul = FindXmlLimitError(std::string_view("<Qen>\n  \0</Qen>", 15));
+  ASSERT_TRUE(nul.has_value());
+  EXPECT_EQ(nul->Line, 2U);
+  EXPECT_EQ(nul->Column, 3U);
+  EXPECT_FALSE(nul->Reason.empty());
+  EXPECT_FALSE(FindXmlLimitError("<Qen/>").has_value());
+}
+
+TEST(XmlFile, AFileThatLoadsHasNoError) {
+  const TempFile file(std::string_view("<Qen/>"));
+  EXPECT_FALSE(FindXmlError(file.Path()).has_value());
+}
+
+TEST(XmlFile, AFileThatCannotBeReadHasAnErrorWithoutALine) {
+  const std::optional<XmlError> error = FindXmlError("/nonexistent/file.xml");
+  ASSERT_TRUE(error.has_value());
+  EXPECT_EQ(error->Line, 0U);
+  EXPECT_FALSE(error->Reason.empty());
+}
+
+TEST(XmlFile, AFileThatIsNoXmlHasAnErrorAtItsLine) {
+  const TempFile file(std::string_view("<Qen>\n<a>\n</b>\n</Qen>"));
+  const std::optional<XmlError> error = FindXmlError(file.Path());
+  ASSERT_TRUE(error.has_value());
+  EXPECT_GE(error->Line, 2U);
+  EXPECT_FALSE(error->Reason.empty());
+}
+
+}  // namespace
+}  // namespace qenzor::testing
