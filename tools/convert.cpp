@@ -76,10 +76,10 @@ int RunFromXml(const Options& options) {
   CProgress progress(options.Quiet);
   progress.Stage("reading XML");
   const Input input = ReadInput(options.In);
-  const DocumentKind found = FindKind(input, options.Kind);
-  return WithKind(found.Kind, [&](auto kind) {
-    using Kind = decltype(kind);
-    const auto edit = ReadXmlEdit<Kind>(input);
+  const CXmlPath path(input);
+  const auto convert = [&]<class Kind>(Kind /*kind*/) {
+    const std::unique_ptr<typename Kind::Edit> edit(Kind::FromText(path.Get()));
+    if (edit == nullptr) return false;
     progress.Stage("converting");
     const auto document = StoreEdit<Kind>(input, *edit);
     if (!Kind::HasRoot(*document))
@@ -88,8 +88,15 @@ int RunFromXml(const Options& options) {
                      "be written");
     progress.Stage("writing");
     WriteDocument(options.Out, *document);
-    return 0;
-  });
+    return true;
+  };
+  // What the front of the text looks like decides which kind is tried first; the parser decides
+  // which it is.
+  const auto asked = FindXmlKind(input, options.Kind);
+  const bool zor_first = asked == BinaryKind::kZor;
+  if (zor_first ? convert(ZorKind{}) : convert(QenKind{})) return 0;
+  if (options.Kind.empty() && (zor_first ? convert(QenKind{}) : convert(ZorKind{}))) return 0;
+  throw CFailure(input.Name, DescribeXmlError(path.Get()));
 }
 
 }  // namespace tool

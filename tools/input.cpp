@@ -73,6 +73,12 @@ Input ReadInput(const std::string& path) {
   return input;
 }
 
+std::optional<BinaryKind> FindXmlKind(const Input& input, const std::string& asked) {
+  if (const auto kind = KindOfName(asked, "qen", "zor"); kind.has_value()) return kind;
+  const auto root = FindRootTag(input.Bytes);
+  return root.has_value() ? KindOfName(*root, "Qen", "Zor") : std::nullopt;
+}
+
 DocumentKind FindKind(const Input& input, const std::string& asked) {
   const auto root = FindRootTag(input.Bytes);
   const auto xml_kind = root.has_value() ? KindOfName(*root, "Qen", "Zor") : std::nullopt;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,5 +29,8 @@ struct DocumentKind {
 /// The kind from the content, then from the extension; a kind asked for ("qen", "zor") comes first.
 /// Throws CFailure when nothing tells it.
 DocumentKind FindKind(const Input& input, const std::string& asked);
+
+/// The kind that XML text seems to be of from its first element, or the one asked for.
+std::optional<BinaryKind> FindXmlKind(const Input& input, const std::string& asked);
 
 }  // namespace tool

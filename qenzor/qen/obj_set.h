@@ -7,11 +7,6 @@
 
 namespace qenzor {
 
-class CLineObj;
-class CPolyObj;
-class CCmbLblObj;
-class CRasLLObj;
-class CRasMMObj;
 class CObjSetEdit;
 class CObjSetTextConverter;
 

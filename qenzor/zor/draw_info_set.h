@@ -7,13 +7,6 @@
 
 namespace qenzor {
 
-class CLineDrawInfo;
-class CPolySolidBrushDrawInfo;
-class CPolyBmpBrushDrawInfo;
-class CPolyShadowDrawInfo;
-class CCmbLblDrawInfo;
-class CRasLLDrawInfo;
-class CRasMMDrawInfo;
 class CDrawInfoSetEdit;
 class CDrawInfoSetTextConverter;
 

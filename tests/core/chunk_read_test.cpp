@@ -45,8 +45,11 @@ TEST(ChunkRead, ChunkOfItsPrimitiveBlockAloneReadsNothingFurther) {
 }
 
 TEST(ChunkRead, SubChunksArriveInFileOrderWithTheirIndex) {
-  const Bytes subs =
-      Bytes().Add(kEmptyZIdSet).Add(LineBytes({{1, 2}})).Add(Chunk(id::kNone, {})).Add(kEmptyZIdSet);
+  const Bytes subs = Bytes()
+                         .Add(kEmptyZIdSet)
+                         .Add(LineBytes({{1, 2}}))
+                         .Add(Chunk(id::kNone, {}))
+                         .Add(kEmptyZIdSet);
   const Bytes bytes = LayerWithData(2 + subs.size(), subs);
   Receiver memory;
   ASSERT_TRUE(memory.Read(bytes.data(), bytes.size()));

@@ -67,8 +67,8 @@ TEST(ChunkSetMap, WritesTheSameOrderTwiceWhateverTheOrderRead) {
 
 TEST(ChunkSetMap, KeysOfOneBucketGoFromTheLatestToTheEarliest) {
   const std::uint64_t high = 1ULL << 32U;  // the high half of a key does not choose the bucket
-  const auto set = FromMemory<CDrawAtterSet>(SetChunk(
-      id::kDrawAtterSet, {AtterBytes(1), AtterBytes(high + 1), AtterBytes(2 * high + 1)}));
+  const auto set = FromMemory<CDrawAtterSet>(
+      SetChunk(id::kDrawAtterSet, {AtterBytes(1), AtterBytes(high + 1), AtterBytes(2 * high + 1)}));
   ASSERT_NE(set, nullptr);
   EXPECT_EQ(Written(*set), SetChunk(id::kDrawAtterSet, {AtterBytes(2 * high + 1),
                                                         AtterBytes(high + 1), AtterBytes(1)}));
@@ -79,8 +79,8 @@ TEST(ChunkSetMap, DropsAndDestroysOtherClasses) {
   set.SubChunkSet(0, new Counted<CDrawAtterSet>);
   EXPECT_EQ(Counted<CDrawAtterSet>::Alive(), 0);
   EXPECT_EQ(set.GetElemCount(), 0U);
-  const auto read = FromMemory<CDrawAtterSet>(
-      SetChunk(id::kDrawAtterSet, {LayerBytes(1), AtterBytes(1)}));
+  const auto read =
+      FromMemory<CDrawAtterSet>(SetChunk(id::kDrawAtterSet, {LayerBytes(1), AtterBytes(1)}));
   ASSERT_NE(read, nullptr);
   EXPECT_EQ(Written(*read), SetChunk(id::kDrawAtterSet, {AtterBytes(1)}));
 }

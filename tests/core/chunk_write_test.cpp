@@ -25,7 +25,8 @@ TEST(ChunkWrite, ChunkSizeIsDataSizeAndHeaderAndWraps) {
 }
 
 TEST(ChunkWrite, RecalculationMakesEveryLevelRight) {
-  auto segment = FromMemory<CMeshSegment>(SegmentBytes(1, SetChunk(id::kLayerSet, {LayerBytes(2)})));
+  auto segment =
+      FromMemory<CMeshSegment>(SegmentBytes(1, SetChunk(id::kLayerSet, {LayerBytes(2)})));
   ASSERT_NE(segment, nullptr);
   // 2 + (8 + (4 + (8 + 2)))
   segment->RecursiveReCalcDataSize();
@@ -83,7 +84,8 @@ TEST(ChunkWrite, DeletingAChunkDeletesWhatItOwns) {
 }
 
 TEST(ChunkWrite, CloneCopiesHeaderFieldsAndSubChunks) {
-  auto segment = FromMemory<CMeshSegment>(SegmentBytes(9, SetChunk(id::kLayerSet, {LayerBytes(2)})));
+  auto segment =
+      FromMemory<CMeshSegment>(SegmentBytes(9, SetChunk(id::kLayerSet, {LayerBytes(2)})));
   ASSERT_NE(segment, nullptr);
   segment->SetHeader({99, 1234});
   const auto clone = ClonedFrom(*segment);

@@ -88,9 +88,9 @@ TEST(UnknownChunk, DisappearsFromATreeWithItsData) {
   ASSERT_TRUE(doc.Read(with.data(), with.size()));
   CMemFile file;
   ASSERT_TRUE(doc.Write(&file));
-  EXPECT_EQ(Bytes(file.GetBytes()),
-            QenInfoBytes().Add(
-                Chunk(id::kQenMapData, SetChunk(id::kMeshSegmentSet, {SegmentBytes(3)}))));
+  EXPECT_EQ(
+      Bytes(file.GetBytes()),
+      QenInfoBytes().Add(Chunk(id::kQenMapData, SetChunk(id::kMeshSegmentSet, {SegmentBytes(3)}))));
 }
 
 }  // namespace

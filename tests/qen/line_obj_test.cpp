@@ -187,8 +187,8 @@ TEST(LineObjEdit, TakesAnInfoSetOnly) {
 }
 
 TEST(LineObjText, WritesPointsThenInfo) {
-  const auto line = FromMemory<CLineObj>(
-      LineBytes({{10, -4}, {0, 5}}, SetChunk(id::kAddedObjInfoSet, {})));
+  const auto line =
+      FromMemory<CLineObj>(LineBytes({{10, -4}, {0, 5}}, SetChunk(id::kAddedObjInfoSet, {})));
   CLineObjTextConverter converter;
   EXPECT_EQ(XmlOf(converter, line.get(), 2),
             "\t\t<Pt x=\"10\" y=\"-4\" />\r\n\t\t<Pt x=\"0\" y=\"5\" />\r\n"

@@ -27,8 +27,7 @@ TEST(QenMapData, ItsDataSizeIsTheSetsWholeSize) {
     ASSERT_NE(map_data, nullptr);
     EXPECT_EQ(map_data->MeshSegmentSet->GetElemCount(), 2U);
     EXPECT_EQ(Written(*map_data), bytes);
-    EXPECT_EQ(map_data->GetHeader().DataSize,
-              map_data->MeshSegmentSet->GetHeader().DataSize + 8);
+    EXPECT_EQ(map_data->GetHeader().DataSize, map_data->MeshSegmentSet->GetHeader().DataSize + 8);
   }
 }
 
@@ -43,7 +42,8 @@ TEST(QenMapData, DropsOtherSubChunks) {
 
 TEST(QenMapData, TheLaterOfTwoSetsStays) {
   const Bytes later = SetChunk(29, {SegmentBytes(2)});
-  const auto map_data = FromMemory<CQenMapData>(Chunk(25, SetChunk(29, {SegmentBytes(1)}).Add(later)));
+  const auto map_data =
+      FromMemory<CQenMapData>(Chunk(25, SetChunk(29, {SegmentBytes(1)}).Add(later)));
   ASSERT_NE(map_data, nullptr);
   EXPECT_EQ(Written(*map_data), Chunk(25, later));
 }

@@ -93,7 +93,8 @@ TYPED_TEST(NumberedLevel, WithASetHasTheSetsDataSizeAndTen) {
 
 TYPED_TEST(NumberedLevel, ANumberCutShortFails) {
   for (std::uint32_t size = 0; size < 2; ++size) {
-    const Bytes cut = Bytes().U32(TypeParam::kId).U32(2).Add(Bytes(std::vector<std::uint8_t>(size)));
+    const Bytes cut =
+        Bytes().U32(TypeParam::kId).U32(2).Add(Bytes(std::vector<std::uint8_t>(size)));
     EXPECT_EQ(FromMemory<typename TypeParam::Level>(cut), nullptr);
     EXPECT_EQ(FromFile<typename TypeParam::Level>(cut), nullptr);
   }
@@ -102,8 +103,8 @@ TYPED_TEST(NumberedLevel, ANumberCutShortFails) {
 TYPED_TEST(NumberedLevel, DropsASetOfAnotherClass) {
   const Bytes wrong =
       Chunk(TypeParam::kId, Bytes().U16(0xFEDC).Add(SetChunk(id::kObjSet, {LineBytes({{1, 1}})})));
-  for (const auto& level : {FromMemory<typename TypeParam::Level>(wrong),
-                            FromFile<typename TypeParam::Level>(wrong)}) {
+  for (const auto& level :
+       {FromMemory<typename TypeParam::Level>(wrong), FromFile<typename TypeParam::Level>(wrong)}) {
     ASSERT_NE(level, nullptr);
     EXPECT_EQ(Written(*level), this->m_bare);
   }
@@ -196,8 +197,8 @@ TYPED_TEST(NumberedLevel, ReadsItsNumberCutToSixteenBits) {
   EXPECT_EQ(number_of("65536"), 0);
   EXPECT_EQ(number_of("70000"), 4464);
   EXPECT_EQ(number_of("-1"), 65535);
-  EXPECT_EQ(number_of("9999999999"), 0xFFFF);   // the greatest signed number, cut
-  EXPECT_EQ(number_of("-9999999999"), 0);       // the least one
+  EXPECT_EQ(number_of("9999999999"), 0xFFFF);  // the greatest signed number, cut
+  EXPECT_EQ(number_of("-9999999999"), 0);      // the least one
   EXPECT_EQ(number_of(""), 0);
 }
 

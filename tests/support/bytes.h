@@ -50,8 +50,8 @@ class Bytes {
   std::uint32_t size() const { return static_cast<std::uint32_t>(m_bytes.size()); }
   const std::vector<std::uint8_t>& vector() const { return m_bytes; }
   Bytes Front(std::size_t count) const {
-    return Bytes(std::vector<std::uint8_t>(
-        m_bytes.begin(), m_bytes.begin() + static_cast<std::ptrdiff_t>(count)));
+    return Bytes(std::vector<std::uint8_t>(m_bytes.begin(),
+                                           m_bytes.begin() + static_cast<std::ptrdiff_t>(count)));
   }
   std::uint8_t& operator[](std::size_t index) { return m_bytes[index]; }
 

@@ -41,9 +41,8 @@ inline Bytes LabelBytes(std::u16string_view text, const Bytes& info_set = {}) {
 }
 
 inline Bytes RasLLBytes(const CRect& rect, const Bytes& info_set = {}) {
-  return Chunk(
-      id::kRasLLObj,
-      Bytes().I16(rect.left).I16(rect.top).I16(rect.right).I16(rect.bottom).Add(info_set));
+  return Chunk(id::kRasLLObj,
+               Bytes().I16(rect.left).I16(rect.top).I16(rect.right).I16(rect.bottom).Add(info_set));
 }
 
 inline Bytes RasMMBytes(const CPoint& point, const Bytes& info_set = {}) {

@@ -15,7 +15,8 @@ class QenGenerator {
  public:
   enum class Urls { kAny, kEmpty };
 
-  explicit QenGenerator(std::uint64_t seed, Urls urls = Urls::kAny) : m_random(seed), m_urls(urls) {}
+  explicit QenGenerator(std::uint64_t seed, Urls urls = Urls::kAny)
+      : m_random(seed), m_urls(urls) {}
 
   Bytes Document() {
     Bytes bytes("QENMAP\r\n\x1A");
@@ -24,9 +25,7 @@ class QenGenerator {
     return bytes.U16(Number(65536)).U16(Number(65536)).U16(Number(65536)).Add(MapData());
   }
 
-  Bytes MapData() {
-    return Chunk(id::kQenMapData, Maybe(&QenGenerator::SegmentSet));
-  }
+  Bytes MapData() { return Chunk(id::kQenMapData, Maybe(&QenGenerator::SegmentSet)); }
 
   Bytes Object() {
     switch (Number(5)) {
@@ -46,7 +45,9 @@ class QenGenerator {
   }
 
   /// A number below the limit.
-  std::uint32_t Number(std::uint32_t limit) { return static_cast<std::uint32_t>(m_random() % limit); }
+  std::uint32_t Number(std::uint32_t limit) {
+    return static_cast<std::uint32_t>(m_random() % limit);
+  }
 
  private:
   using Maker = Bytes (QenGenerator::*)();

@@ -57,7 +57,9 @@ inline std::unique_ptr<CQenEdit> EditFromObjectXml(const std::string& objects) {
 inline CMeshSegmentEdit* FirstSegment(CQenEdit& edit) {
   return edit.MapData->MeshSegmentSet->GetElem(0);
 }
-inline CLayerDataEdit* FirstLayer(CQenEdit& edit) { return FirstSegment(edit)->LayerSet->GetElem(0); }
+inline CLayerDataEdit* FirstLayer(CQenEdit& edit) {
+  return FirstSegment(edit)->LayerSet->GetElem(0);
+}
 inline CZIdObjEdit* FirstZId(CQenEdit& edit) { return FirstLayer(edit)->ZIdObjSet->GetElem(0); }
 inline CObjSetEdit* FirstObjSet(CQenEdit& edit) { return FirstZId(edit)->ObjSet.get(); }
 

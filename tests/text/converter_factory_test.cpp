@@ -65,15 +65,35 @@ TYPED_TEST(ConverterFactoryRow, AChunkOfAnotherClassWritesNothing) {
 }
 
 TEST(ConverterFactory, TagsAreTheClassNames) {
-  for (const char* tag :
-       {"UrlInfo",         "AddedObjInfoSet",   "LineObj",           "PolyObj",
-        "CmbLblObj",       "RasLLObj",          "RasMMObj",          "ObjSet",
-        "ZIdObj",          "ZIdObjSet",         "LayerData",         "LayerSet",
-        "QenMapData",      "MarkData",          "MarkDataSet",       "RasMMDrawInfo",
-        "RasLLDrawInfo",   "CmbLblDrawInfo",    "PolyShadowDrawInfo", "PolyBmpBrushDrawInfo",
-        "PolySolidBrushDrawInfo", "LineDrawInfo", "DrawInfoSet",     "DrawInfoIdxSet",
-        "DrawAtter",       "DrawAtterSet",      "ZorDrawData",       "MeshSegmentSet",
-        "MeshSegment"})
+  for (const char* tag : {"UrlInfo",
+                          "AddedObjInfoSet",
+                          "LineObj",
+                          "PolyObj",
+                          "CmbLblObj",
+                          "RasLLObj",
+                          "RasMMObj",
+                          "ObjSet",
+                          "ZIdObj",
+                          "ZIdObjSet",
+                          "LayerData",
+                          "LayerSet",
+                          "QenMapData",
+                          "MarkData",
+                          "MarkDataSet",
+                          "RasMMDrawInfo",
+                          "RasLLDrawInfo",
+                          "CmbLblDrawInfo",
+                          "PolyShadowDrawInfo",
+                          "PolyBmpBrushDrawInfo",
+                          "PolySolidBrushDrawInfo",
+                          "LineDrawInfo",
+                          "DrawInfoSet",
+                          "DrawInfoIdxSet",
+                          "DrawAtter",
+                          "DrawAtterSet",
+                          "ZorDrawData",
+                          "MeshSegmentSet",
+                          "MeshSegment"})
     EXPECT_NE(Owned(Factory::CreateInstance(CString(tag))), nullptr) << tag;
 }
 

@@ -47,7 +47,9 @@ TEST(Escape, AnEmptyTextStaysEmpty) {
   EXPECT_EQ(Wide(u""), u"");
 }
 
-TEST(Escape, WideTextIsNotTakenForItsLowBytes) { EXPECT_EQ(Wide(u"\u2620\u263C"), u"\u2620\u263C"); }
+TEST(Escape, WideTextIsNotTakenForItsLowBytes) {
+  EXPECT_EQ(Wide(u"\u2620\u263C"), u"\u2620\u263C");
+}
 
 TEST(ElemString, PutsTheEscapedValueBetweenTags) {
   EXPECT_EQ(Converter::GetElemString("LayerNo", CString("3"), ""), "<LayerNo>3</LayerNo>");
@@ -79,8 +81,7 @@ TEST(ColorElemString, NamesItsFourBytesInOrder) {
             "<Color A=\"128\" R=\"255\" G=\"0\" B=\"16\" />");
   EXPECT_EQ(Converter::GetColorElemString("Color", 0xFF008000),
             "<Color A=\"255\" R=\"0\" G=\"128\" B=\"0\" />");
-  EXPECT_EQ(Converter::GetColorElemString("C", 0),
-            "<C A=\"0\" R=\"0\" G=\"0\" B=\"0\" />");
+  EXPECT_EQ(Converter::GetColorElemString("C", 0), "<C A=\"0\" R=\"0\" G=\"0\" B=\"0\" />");
 }
 
 TEST(Indent, IsSoManyTabs) {

@@ -89,13 +89,11 @@ TEST(SetConverter, EmptySlotsAreSkipped) {
   set.GetNewArray(3);
   set.SetElem(1, new CRasMMObj);
   CObjSetTextConverter converter;
-  EXPECT_EQ(XmlOf(converter, &set),
-            "<RasMMObj>\r\n\t<Pt x=\"0\" y=\"0\" />\r\n</RasMMObj>\r\n");
+  EXPECT_EQ(XmlOf(converter, &set), "<RasMMObj>\r\n\t<Pt x=\"0\" y=\"0\" />\r\n</RasMMObj>\r\n");
 }
 
 TEST(SetConverter, ElementsAreWrittenInOrderWithoutTheirCount) {
-  const auto set =
-      FromMemory<CLayerSet>(SetChunk(id::kLayerSet, {LayerBytes(5), LayerBytes(4)}));
+  const auto set = FromMemory<CLayerSet>(SetChunk(id::kLayerSet, {LayerBytes(5), LayerBytes(4)}));
   ASSERT_NE(set, nullptr);
   EXPECT_EQ(XmlElement("LayerSet", set.get(), 1),
             "\t<LayerSet>\r\n"
@@ -125,8 +123,7 @@ TEST(ConvertChunkToString, NullAndUnknownChunksWriteNothingAtAll) {
 
 TEST(ConvertChunkToString, AnEmptyDrawDataIsTwoTags) {
   CZorDrawData draw_data;
-  EXPECT_EQ(XmlElement("ZorDrawData", &draw_data, 1),
-            "\t<ZorDrawData>\r\n\t</ZorDrawData>\r\n");
+  EXPECT_EQ(XmlElement("ZorDrawData", &draw_data, 1), "\t<ZorDrawData>\r\n\t</ZorDrawData>\r\n");
 }
 
 TEST(ConvertChunkToString, EveryLevelAddsATab) {

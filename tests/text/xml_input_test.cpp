@@ -18,7 +18,8 @@ std::int32_t HeightOf(const std::string& text) {
 
 std::uint64_t ZIdOf(const std::string& text) {
   const auto edit = EditFromXml(
-      "<Qen><QenMapData><MeshSegmentSet><MeshSegment><LayerSet><LayerData><ZIdObjSet><ZIdObj><ZId>" +
+      "<Qen><QenMapData><MeshSegmentSet><MeshSegment><LayerSet><LayerData><ZIdObjSet><ZIdObj><"
+      "ZId>" +
       text +
       "</ZId></ZIdObj></ZIdObjSet></LayerData></LayerSet></MeshSegment></MeshSegmentSet>"
       "</QenMapData></Qen>");
@@ -34,8 +35,8 @@ TEST(XmlInput, UnknownElementsAreSkipped) {
 }
 
 TEST(XmlInput, KnownElementsOfAnotherKindAreMadeAndDropped) {
-  const auto edit =
-      EditFromObjectXml("<LayerData><LayerNo>1</LayerNo></LayerData><MarkData/><LineObj/><ObjSet/>");
+  const auto edit = EditFromObjectXml(
+      "<LayerData><LayerNo>1</LayerNo></LayerData><MarkData/><LineObj/><ObjSet/>");
   ASSERT_EQ(FirstObjSet(*edit)->GetElemCount(), 1U);
   EXPECT_NE(FirstObject<CLineObjEdit>(*edit), nullptr);
 }

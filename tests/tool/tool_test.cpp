@@ -202,7 +202,8 @@ TEST_F(Tool, XmlThatDoesNotParseIsReportedWithItsLine) {
   EXPECT_EQ(outcome.Status, 1);
   EXPECT_TRUE(outcome.Err.starts_with("qenzor: bad.xml: line 3, column ")) << outcome.Err;
   Save(At("other.xml"), "<qen></qen>");
-  ExpectRefused("from-xml other.xml out.qen", "other.xml: the root element is neither Qen nor Zor");
+  ExpectRefused("from-xml other.xml out.qen",
+                "other.xml: line 1: the root element is not that of the document's kind");
 }
 
 TEST_F(Tool, InfoTellsWhatADocumentHolds) {
