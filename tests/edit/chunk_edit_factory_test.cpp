@@ -18,6 +18,12 @@
 namespace qenzor::testing {
 namespace {
 
+/// The run-time type of what the pointer leads to.
+template <class T>
+const std::type_info& TypeOf(const T* object) {
+  return typeid(*object);
+}
+
 using OwnedEdit = std::unique_ptr<CAbstractChunkEdit>;
 
 template <class Chunk>
@@ -29,14 +35,14 @@ TYPED_TEST(ChunkEditFactoryRow, AChunkGetsTheEditObjectOfItsClass) {
   TypeParam chunk;
   const OwnedEdit edit(CChunkEditFactory::CreateInstance(&chunk));
   ASSERT_NE(edit, nullptr);
-  EXPECT_TRUE(typeid(*edit) == typeid(typename TypeParam::EditClass));
+  EXPECT_TRUE(TypeOf(edit.get()) == typeid(typename TypeParam::EditClass));
 }
 
 TYPED_TEST(ChunkEditFactoryRow, AConverterGetsAnEmptyEditObjectOfItsClass) {
   typename TypeParam::ConverterClass converter;
   const OwnedEdit edit(CChunkEditFactory::CreateInitInstance(&converter));
   ASSERT_NE(edit, nullptr);
-  EXPECT_TRUE(typeid(*edit) == typeid(typename TypeParam::EditClass));
+  EXPECT_TRUE(TypeOf(edit.get()) == typeid(typename TypeParam::EditClass));
 }
 
 TYPED_TEST(ChunkEditFactoryRow, AnEmptyEditObjectGivesAnEmptyChunkOfTheClassWithDataSizeZero) {
@@ -56,7 +62,7 @@ TYPED_TEST(ChunkEditFactoryRow, CloneIsOfTheSameClass) {
   typename TypeParam::EditClass edit;
   const OwnedEdit clone(edit.Clone());
   ASSERT_NE(clone, nullptr);
-  EXPECT_TRUE(typeid(*clone) == typeid(edit));
+  EXPECT_TRUE(TypeOf(clone.get()) == typeid(edit));
 }
 
 TYPED_TEST(ChunkEditFactoryRow, AnUnwantedChildIsDestroyedAndRefused) {

@@ -13,6 +13,12 @@
 namespace qenzor::testing {
 namespace {
 
+/// The run-time type of what the pointer leads to.
+template <class T>
+const std::type_info& TypeOf(const T* object) {
+  return typeid(*object);
+}
+
 using Factory = CChunkTextConverterFactory;
 using Owned = std::unique_ptr<CAbstractChunkTextConverter>;
 
@@ -25,17 +31,17 @@ TYPED_TEST(ConverterFactoryRow, AChunkGetsTheConverterOfItsClass) {
   TypeParam chunk;
   const Owned converter(Factory::CreateInstance(&chunk));
   ASSERT_NE(converter, nullptr);
-  EXPECT_TRUE(typeid(*converter) == typeid(typename TypeParam::ConverterClass));
+  EXPECT_TRUE(TypeOf(converter.get()) == typeid(typename TypeParam::ConverterClass));
 }
 
 TYPED_TEST(ConverterFactoryRow, ATagGetsTheConverterOfItsClassInBothWidths) {
   const CString tag(TypeParam::kTag);
   const Owned narrow(Factory::CreateInstance(tag));
   ASSERT_NE(narrow, nullptr);
-  EXPECT_TRUE(typeid(*narrow) == typeid(typename TypeParam::ConverterClass));
+  EXPECT_TRUE(TypeOf(narrow.get()) == typeid(typename TypeParam::ConverterClass));
   const Owned wide(Factory::CreateInstance(CStringW(tag.begin(), tag.end())));
   ASSERT_NE(wide, nullptr);
-  EXPECT_TRUE(typeid(*wide) == typeid(typename TypeParam::ConverterClass));
+  EXPECT_TRUE(TypeOf(wide.get()) == typeid(typename TypeParam::ConverterClass));
 }
 
 TYPED_TEST(ConverterFactoryRow, ANullElementGivesNoEditObject) {
