@@ -83,6 +83,8 @@ class CWalker {
     if (m_dropped == 0) m_result.Findings.push_back({false, at, Path(), std::move(reason)});
   }
 
+  // NOLINTBEGIN(misc-no-recursion): no deeper than chunks may nest
+
   /// Walks the chunk whose header stands at the offset, of which no more than the bytes below limit
   /// belong to it. False when the library would refuse it; the chunk at fault, or one inside, has
   /// then been reported.
@@ -190,6 +192,8 @@ class CWalker {
     m_path.pop_back();
     return whole;
   }
+
+  // NOLINTEND(misc-no-recursion)
 
   /// The key of an element of the keyed set stands at the front of its data.
   void CheckKey(std::uint64_t at, std::uint64_t limit, Level& level) {

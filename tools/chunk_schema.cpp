@@ -25,7 +25,7 @@ namespace tool {
 
 namespace {
 
-using namespace qenzor;
+using namespace qenzor;  // NOLINT(google-build-using-namespace): it is about all of it
 
 using Classes = std::tuple<CUrlInfo, CAddedObjInfoSet, CLineObj, CPolyObj, CCmbLblObj, CRasLLObj,
                            CRasMMObj, CObjSet, CZIdObj, CZIdObjSet, CLayerData, CLayerSet,

@@ -1,6 +1,6 @@
 #include "documents.h"
 
-#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 #include "output.h"
@@ -18,9 +18,7 @@ std::string DescribeError(const Input& input, BinaryKind kind) {
 
 CXmlPath::CXmlPath(const Input& input) : m_path(input.Path) {
   if (input.IsRegular) return;
-  const char* folder = std::getenv("TMPDIR");
-  m_scratch =
-      std::make_unique<CScratchFile>(folder == nullptr || *folder == '\0' ? "/tmp" : folder);
+  m_scratch = std::make_unique<CScratchFile>(std::filesystem::temp_directory_path().string());
   m_path = m_scratch->GetPath();
   std::ofstream file(m_path, std::ios::binary);
   file.write(reinterpret_cast<const char*>(input.Bytes.data()),

@@ -6,9 +6,9 @@
 #include "check_walk.h"
 #include "failure.h"
 #include "input.h"
-#include "limits.h"
 #include "qenzor/qen/qen.h"
 #include "qenzor/zor/zor.h"
+#include "storable.h"
 
 namespace tool {
 

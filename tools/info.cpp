@@ -1,5 +1,7 @@
 #include <algorithm>
-#include <cstdio>
+#include <array>
+#include <bit>
+#include <charconv>
 #include <map>
 #include <string_view>
 
@@ -24,7 +26,7 @@ namespace tool {
 
 namespace {
 
-using namespace qenzor;
+using namespace qenzor;  // NOLINT(google-build-using-namespace): it is about all of it
 
 /// The rectangle around coordinates.
 struct Box {
@@ -44,8 +46,12 @@ Json RectJson(const CRect& rect) {
 }
 
 Json InfoJson(const FileInfo& info) {
-  char magic[16];
-  std::snprintf(magic, sizeof(magic), "0x%04X", static_cast<unsigned>(info.Magic));
+  std::array<char, 4> digits{'0', '0', '0', '0'};
+  const std::size_t length =
+      std::bit_width(info.Magic) == 0 ? 1U : (std::bit_width(info.Magic) + 3U) / 4;
+  std::to_chars(digits.data() + digits.size() - length, digits.data() + digits.size(), info.Magic,
+                16);
+  const std::string magic = "0x" + std::string(digits.data(), digits.size());
   const std::string_view ident(info.Ident.data(), 6);
   return {{"Ident", std::string(ident.substr(0, ident.find('\0')))},
           {"Magic", magic},

@@ -3,11 +3,11 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 #include "failure.h"
 #include "qenzor/core/coding.h"
@@ -21,7 +21,7 @@ namespace {
 
 struct FileCloser {
   void operator()(std::FILE* file) const {
-    if (file != stdin) std::fclose(file);
+    if (file != stdin) static_cast<void>(std::fclose(file));
   }
 };
 
@@ -63,11 +63,12 @@ Input ReadInput(const std::string& path) {
   input.IsRegular = path != "-" && std::filesystem::is_regular_file(path, ignored);
   const std::unique_ptr<std::FILE, FileCloser> file(path == "-" ? stdin
                                                                 : std::fopen(path.c_str(), "rb"));
-  if (file == nullptr) throw CFailure(input.Name, std::strerror(errno));
+  if (file == nullptr) throw CFailure(input.Name, std::generic_category().message(errno));
   std::array<std::uint8_t, 65536> block;
   while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get()))
     input.Bytes.insert(input.Bytes.end(), block.begin(), block.begin() + count);
-  if (std::ferror(file.get()) != 0) throw CFailure(input.Name, std::strerror(errno));
+  if (std::ferror(file.get()) != 0)
+    throw CFailure(input.Name, std::generic_category().message(errno));
   if (input.Bytes.size() > 0xFFFFFFFFU)
     throw CFailure(input.Name, "longer than a document can be (4 GiB)");
   return input;

@@ -1,8 +1,9 @@
 // qenzor: reads, copies, converts and checks map-project and draw-data documents.
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
+#include <iostream>
 #include <new>
+#include <string>
 
 #include "commands.h"
 #include "failure.h"
@@ -12,6 +13,8 @@ namespace {
 
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
+
+void Complain(const std::string& what) { std::cerr << "qenzor: " << what << '\n'; }
 
 using Command = int (*)(const tool::Options&);
 
@@ -32,7 +35,7 @@ void AddInOut(CLI::App* sub, tool::Options& options) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   tool::Options options;
   Command chosen = nullptr;
   CLI::App app("Reads, copies, converts and checks map-project and draw-data documents.");
@@ -73,9 +76,12 @@ int main(int argc, char** argv) {
   try {
     return chosen(options);
   } catch (const tool::CFailure& failure) {
-    std::fprintf(stderr, "qenzor: %s\n", failure.what());
+    Complain(failure.what());
   } catch (const std::bad_alloc&) {
-    std::fputs("qenzor: out of memory\n", stderr);
+    Complain("out of memory");
   }
+  return kFailed;
+} catch (const std::exception& error) {
+  Complain(error.what());
   return kFailed;
 }

@@ -9,8 +9,8 @@
 #include <climits>
 #include <csignal>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
+#include <system_error>
 
 #include "failure.h"
 
@@ -19,12 +19,14 @@ namespace tool {
 namespace {
 
 /// The scratch file that exists, for the signal handler, which can use nothing better than this.
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): a handler knows nothing else
 std::array<char, PATH_MAX> g_scratch{};
 volatile std::sig_atomic_t g_has_scratch = 0;
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 extern "C" void OnSignal(int signal) {
   if (g_has_scratch != 0) ::unlink(g_scratch.data());
-  ::raise(signal);  // the handler was reset: this ends the process
+  static_cast<void>(::raise(signal));  // the handler was reset: this ends the process
 }
 
 class CSignalBlock {
@@ -32,9 +34,9 @@ class CSignalBlock {
   CSignalBlock() {
     sigset_t all;
     sigfillset(&all);
-    sigprocmask(SIG_BLOCK, &all, &m_before);
+    pthread_sigmask(SIG_BLOCK, &all, &m_before);
   }
-  ~CSignalBlock() { sigprocmask(SIG_SETMASK, &m_before, nullptr); }
+  ~CSignalBlock() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
   CSignalBlock(const CSignalBlock&) = delete;
   CSignalBlock& operator=(const CSignalBlock&) = delete;
 
@@ -85,7 +87,7 @@ bool Fill(File& file, const std::function<bool(qenzor::CFile&)>& write) {
 
 [[noreturn]] void FailWriting(const std::string& name, int error) {
   throw CFailure(name, error == 0 ? "cannot be written"
-                                  : std::string("cannot be written: ") + std::strerror(error));
+                                  : "cannot be written: " + std::generic_category().message(error));
 }
 
 }  // namespace
@@ -117,7 +119,7 @@ bool CScratchFile::MoveTo(const std::string& path) {
 
 void WatchSignals() {
   // A file that grows past a limit is a failed write like any other.
-  std::signal(SIGXFSZ, SIG_IGN);
+  static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
   struct sigaction action {};
   action.sa_handler = &OnSignal;
   action.sa_flags = static_cast<int>(SA_RESETHAND);

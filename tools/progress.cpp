@@ -1,9 +1,9 @@
 #include "progress.h"
 
-#include <signal.h>
 #include <unistd.h>
 
-#include <cstdio>
+#include <csignal>
+#include <iostream>
 
 namespace tool {
 
@@ -37,10 +37,10 @@ void CProgress::Show() {
   bool shown = false;
   for (int seconds = 1; !m_wake.wait_for(lock, std::chrono::seconds(1), [this] { return m_done; });
        ++seconds) {
-    std::fprintf(stderr, "\r\033[K%s ... %d s", m_stage.c_str(), seconds);
+    std::cerr << "\r\033[K" << m_stage << " ... " << seconds << " s" << std::flush;
     shown = true;
   }
-  if (shown) std::fputs("\r\033[K", stderr);
+  if (shown) std::cerr << "\r\033[K" << std::flush;
 }
 
 }  // namespace tool

@@ -8,6 +8,7 @@ namespace tool {
 
 namespace {
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as our own report
 void AppendLines(std::string& text, const Json& node, const std::string& indent) {
   for (const auto& [name, value] : node.items()) {
     text += indent + name + ":";

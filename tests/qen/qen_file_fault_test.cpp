@@ -51,8 +51,7 @@ TEST(QenFileFault, AWriteThatFailsIsNeverThrownAndWritesNoMore) {
     FaultyFile file(call);
     EXPECT_EQ(doc.Write(&file), call >= kTold) << call;
     EXPECT_LT(file.GetBytes().size(), bytes.size()) << call;
-    EXPECT_EQ(Bytes(file.GetBytes()),
-              bytes.Front(static_cast<std::size_t>(file.GetBytes().size())))
+    EXPECT_EQ(Bytes(file.GetBytes()), bytes.Front(static_cast<std::size_t>(file.GetBytes().size())))
         << call;
   }
 }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <functional>
 
 #include "qenzor/qen/line_obj.h"
@@ -49,7 +48,8 @@ Rectangles RectanglesOf(const CQen& doc) {
     ForEachElem(segment->LayerSet.get(), [&](CLayerData* layer) {
       ForEachElem(layer->ZIdObjSet.get(), [&](CZIdObj* zid) {
         ForEachElem(zid->ObjSet.get(), [&](CAbstractObj* object) {
-          if (auto* line = class_cast<CLineObj>(object)) found.Lines.push_back(line->GetBoundRect());
+          if (auto* line = class_cast<CLineObj>(object))
+            found.Lines.push_back(line->GetBoundRect());
           if (auto* poly = class_cast<CPolyObj>(object)) {
             found.Polys.push_back(poly->GetBoundRect());
             found.Rings.emplace_back(poly->Pt.begin(), poly->Pt.end());

@@ -63,8 +63,7 @@ TEST(QenRead, TakesTheFileInfoFromEverySource) {
 }
 
 TEST(QenRead, TakesAnyContentOfTheFileInfo) {
-  const Bytes bytes =
-      Bytes(std::vector<std::uint8_t>(42, 0xFF)).Add(Bytes().U32(25).U32(0));
+  const Bytes bytes = Bytes(std::vector<std::uint8_t>(42, 0xFF)).Add(Bytes().U32(25).U32(0));
   CQen doc;
   ASSERT_TRUE(doc.Read(bytes.data(), bytes.size()));
   EXPECT_EQ(doc.Magic, 0xFFFF);

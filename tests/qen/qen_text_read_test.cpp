@@ -23,8 +23,8 @@ TEST(QenTextRead, TheRootMustBeTheDocumentsWord) {
 }
 
 TEST(QenTextRead, AnythingThatIsNoXmlGivesNull) {
-  for (const char* xml : {"", "   ", "words", "<Qen>", "<Qen><a></b></Qen>", "<?xml version='1.0'?>",
-                          "<!-- only a comment -->"})
+  for (const char* xml : {"", "   ", "words", "<Qen>", "<Qen><a></b></Qen>",
+                          "<?xml version='1.0'?>", "<!-- only a comment -->"})
     EXPECT_EQ(EditFromXml(xml), nullptr) << xml;
 }
 
@@ -122,8 +122,8 @@ TEST(QenTextRead, ARepeatedInfoElementOverwritesFieldByField) {
 }
 
 TEST(QenTextRead, ARepeatedMapDataElementReplacesTheEarlier) {
-  const auto edit = EditFromXml(
-      "<Qen><QenMapData><MeshSegmentSet/></QenMapData><QenMapData></QenMapData></Qen>");
+  const auto edit =
+      EditFromXml("<Qen><QenMapData><MeshSegmentSet/></QenMapData><QenMapData></QenMapData></Qen>");
   ASSERT_NE(edit->MapData, nullptr);
   EXPECT_EQ(edit->MapData->MeshSegmentSet, nullptr);
 }

@@ -52,8 +52,7 @@ TEST(QenWrite, RecomputesSizesAfterAChange) {
   objects->SubChunkSet(0, new CLineObj);
   const TempFile file;
   EXPECT_TRUE(doc->Write(file.Path()));
-  EXPECT_EQ(file.Content(),
-            QenInfoBytes().Add(MapDataBytes({LineBytes({{1, 2}}), LineBytes({})})));
+  EXPECT_EQ(file.Content(), QenInfoBytes().Add(MapDataBytes({LineBytes({{1, 2}}), LineBytes({})})));
 }
 
 TEST(QenWrite, APathThatCannotBeCreatedFails) {

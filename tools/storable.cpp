@@ -1,4 +1,4 @@
-#include "limits.h"
+#include "storable.h"
 
 #include <type_traits>
 #include <vector>

@@ -1,0 +1,142 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <new>
+#include <vector>
+
+#include "qenzor/platform/slab.h"
+#include "tests/support/allocations.h"
+
+namespace qenzor::testing {
+
+/// What an operation does when memory runs out.
+enum class OnFault { kGivesNothing, kThrows };
+
+/// Small objects come from slabs. This gives the open slab up and opens a new one, so that a slab
+/// lives on only if something in it does.
+inline void RenewSlab() {
+  static bool s_hasSlabs = true;  // not so under a sanitizer
+  if (!s_hasSlabs) return;
+  constexpr std::size_t kBlock = 4096;
+  constexpr std::size_t kMostBlocks = 2 * 1024 * 1024 / kBlock + 1;
+  std::vector<void*> blocks;
+  blocks.reserve(kMostBlocks);
+  const long slabs = ProgramAllocations().Slabs;
+  while (blocks.size() < kMostBlocks && ProgramAllocations().Slabs == slabs)
+    blocks.push_back(AllocateBlock(kBlock));
+  s_hasSlabs = ProgramAllocations().Slabs != slabs;
+  for (void* block : blocks) FreeBlock(block, kBlock);
+}
+
+/// Fills the open slab but for so many units of 16 bytes.
+class FullSlab {
+ public:
+  explicit FullSlab(std::size_t units_left) {
+    static const std::size_t s_units = CountUnits();
+    RenewSlab();
+    m_blocks.reserve(s_units);
+    // The block that opened the slab has taken its own room.
+    for (std::size_t i = kFirstBlock / kUnit; i + units_left < s_units; ++i)
+      m_blocks.push_back(AllocateBlock(kUnit));
+  }
+  ~FullSlab() {
+    for (void* block : m_blocks) FreeBlock(block, kUnit);
+  }
+  FullSlab(const FullSlab&) = delete;
+  FullSlab& operator=(const FullSlab&) = delete;
+
+ private:
+  static constexpr std::size_t kUnit = 16;
+  static constexpr std::size_t kFirstBlock = 4096;
+
+  /// The units of a new slab; 0 where there are no slabs.
+  static std::size_t CountUnits() {
+    RenewSlab();
+    constexpr std::size_t kMost = 2 * 1024 * 1024 / kUnit;
+    std::vector<void*> blocks;
+    blocks.reserve(kMost);
+    const long slabs = ProgramAllocations().Slabs;
+    while (blocks.size() < kMost && ProgramAllocations().Slabs == slabs)
+      blocks.push_back(AllocateBlock(kUnit));
+    const std::size_t units = blocks.size() == kMost ? 0 : blocks.size() - 1;
+    for (void* block : blocks) FreeBlock(block, kUnit);
+    return units == 0 ? 0 : units + kFirstBlock / kUnit;
+  }
+
+  std::vector<void*> m_blocks;
+};
+
+/// Runs the operation once with the faults set; what it gives goes to check when it gives
+/// anything. True when a fault was met.
+template <class Run, class Check>
+bool RunWithFault(OnFault on_fault, const Allocations& fault, const Run& run, const Check& check) {
+  Allocations& counts = ProgramAllocations();
+  bool threw = false;
+  decltype(run()) result{};
+  counts.Failed = 0;
+  counts.Left = fault.Left;
+  counts.FailsOnce = fault.FailsOnce;
+  counts.SlabsOnly = fault.SlabsOnly;
+  try {
+    result = run();
+  } catch (const std::bad_alloc&) {
+    threw = true;
+  }
+  counts.Left = Allocations::kNever;
+  counts.SlabsOnly = false;
+  const bool met = counts.Failed > 0;
+  if (on_fault == OnFault::kGivesNothing) {
+    EXPECT_FALSE(threw);
+  }
+  // What could do without the memory must be as good as ever.
+  if (result) {
+    check(result);
+  } else if (!threw) {
+    EXPECT_TRUE(met && on_fault == OnFault::kGivesNothing);
+  }
+  return met;
+}
+
+/// Runs an operation again and again, with the k-th allocation failing for every k, alone or with
+/// all after it, and with every amount of room for small objects: it must do what on_fault says,
+/// and leave nothing behind. Run gives something that tells success as a bool; check tests it.
+template <class Run, class Check>
+void ExpectSurvivesFaults(OnFault on_fault, const Run& run, const Check& check) {
+  {
+    const auto warm = run();
+    ASSERT_TRUE(static_cast<bool>(warm));
+    check(warm);
+  }
+  RenewSlab();
+  const long live = ProgramAllocations().Live;
+  for (const bool once : {false, true}) {
+    Allocations fault;
+    fault.FailsOnce = once;
+    bool met = true;
+    for (fault.Left = 0; met; ++fault.Left) {
+      met = RunWithFault(on_fault, fault, run, check);
+      RenewSlab();
+      ASSERT_EQ(ProgramAllocations().Live, live) << "allocation " << fault.Left << " once " << once;
+      ASSERT_FALSE(::testing::Test::HasFailure())
+          << "allocation " << fault.Left << " once " << once;
+    }
+    EXPECT_GT(fault.Left, 1) << "nothing was allocated";
+  }
+  Allocations fault;
+  fault.Left = 0;
+  fault.SlabsOnly = true;
+  bool met = true;
+  for (std::size_t units = 0; met; ++units) {
+    {
+      const FullSlab full(units);
+      met = RunWithFault(on_fault, fault, run, check);
+    }
+    RenewSlab();
+    ASSERT_EQ(ProgramAllocations().Live, live) << "room for " << units;
+    ASSERT_FALSE(::testing::Test::HasFailure()) << "room for " << units;
+  }
+}
+
+}  // namespace qenzor::testing

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <limits>
+
+namespace qenzor::testing {
+
+/// The allocations of a program whose operator new counts them and can be told to fail.
+struct Allocations {
+  static constexpr long kNever = std::numeric_limits<long>::max();
+
+  /// Blocks that were made and not given back.
+  long Live = 0;
+  /// Blocks made so far, and aligned ones among them: slabs.
+  long Made = 0;
+  long Slabs = 0;
+  /// Attempts until all fail, or until one does.
+  long Left = kNever;
+  bool FailsOnce = false;
+  /// Whether only slabs fail.
+  bool SlabsOnly = false;
+  /// Attempts that were failed.
+  long Failed = 0;
+};
+
+/// The counts of this program, which has one thread.
+Allocations& ProgramAllocations();
+
+}  // namespace qenzor::testing

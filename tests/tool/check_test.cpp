@@ -1,0 +1,129 @@
+// What `check` finds in documents that were damaged on purpose.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <utility>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Little(std::uint64_t value, int width) {
+  std::string bytes;
+  for (int i = 0; i < width; ++i) bytes += static_cast<char>(value >> (8 * i) & 0xFF);
+  return bytes;
+}
+
+std::string Chunk(std::uint32_t id, const std::string& data) {
+  return Little(id, 4) + Little(data.size(), 4) + data;
+}
+
+/// A map with one segment that holds these chunks behind its number.
+std::string MapOf(const std::string& segment_chunks) {
+  const std::string segment = Chunk(30, Little(1, 2) + segment_chunks);
+  return std::string(42, '\0') + Chunk(25, Chunk(29, Little(1, 4) + segment));
+}
+
+std::string DrawingOf(const std::string& sets) { return std::string(19, '\0') + Chunk(26, sets); }
+
+class Check : public testing::Test {
+ protected:
+  Check() {
+    std::string name = (fs::temp_directory_path() / "qenzor-check-XXXXXX").string();
+    m_folder = ::mkdtemp(name.data());
+  }
+  ~Check() override { fs::remove_all(m_folder); }
+
+  void Save(const std::string& name, const std::string& bytes) const {
+    std::ofstream(m_folder / name, std::ios::binary) << bytes;
+  }
+  /// Exit status and standard output; standard error must be empty.
+  std::pair<int, std::string> Run(const std::string& arguments) const {
+    const std::string command = "cd '" + m_folder.string() + "' && '" QENZOR_TOOL "' check " +
+                                arguments + " >out 2>err </dev/null";
+    const int status = std::system(command.c_str());
+    EXPECT_EQ(fs::file_size(m_folder / "err"), 0U);
+    std::ifstream file(m_folder / "out", std::ios::binary);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+            std::string(std::istreambuf_iterator<char>(file), {})};
+  }
+  void ExpectFound(const std::string& bytes, int status, const std::string& lines) const {
+    Save("f", bytes);
+    const auto [got_status, got] = Run("--kind " + m_kind + " f");
+    EXPECT_EQ(got, lines);
+    EXPECT_EQ(got_status, status);
+  }
+
+  fs::path m_folder;
+  std::string m_kind = "qen";
+};
+
+TEST_F(Check, ASoundDocumentHasNothingToFind) { ExpectFound(MapOf(""), 0, "f: nothing found\n"); }
+
+TEST_F(Check, ATruncatedFileIsReportedAtTheInnermostChunk) {
+  const std::string whole = MapOf(Chunk(8, Little(1, 4) + Chunk(7, Little(5, 2))));
+  ExpectFound(
+      whole.substr(0, whole.size() - 1), 1,
+      "f: byte 92: error: MeshSegmentSet/MeshSegment[0]/LayerSet/LayerData[0]: LayerNo takes "
+      "2 bytes, but only 1 are there\n");
+}
+
+TEST_F(Check, UnknownChunksWrongClassesAndRepeatedSlotsAreDropped) {
+  ExpectFound(
+      MapOf(Chunk(77, "") + Chunk(22, Little(0, 4)) + Chunk(8, Little(0, 4)) +
+            Chunk(8, Little(0, 4))),
+      0,
+      "f: byte 72: warning: MeshSegmentSet/MeshSegment[0]/chunk 77: unknown chunk id 77: "
+      "dropped\n"
+      "f: byte 80: warning: MeshSegmentSet/MeshSegment[0]/ObjSet: has no place here and is "
+      "dropped\n"
+      "f: byte 104: warning: MeshSegmentSet/MeshSegment[0]/LayerSet: replaces an earlier one "
+      "in the same place\n");
+}
+
+TEST_F(Check, ADeclaredCountThatDiffersAndBytesBehindTheRootAreWarnings) {
+  ExpectFound(
+      MapOf(Chunk(8, Little(3, 4))) + "tail", 0,
+      "f: byte 80: warning: MeshSegmentSet/MeshSegment[0]/LayerSet: declares 3 elements and "
+      "holds 0\n"
+      "f: byte 84: warning: QenMapData: 4 bytes after the root chunk are dropped\n");
+  EXPECT_EQ(Run("--kind qen --strict f").first, 1);
+}
+
+TEST_F(Check, ASubChunkThatRunsPastItsParentIsAnError) {
+  std::string bytes = MapOf(Chunk(8, Little(0, 4)));
+  bytes[42 + 8 + 8 + 4 + 8 + 2 + 4] = 100;  // the layer set's data size
+  const auto [status, out] = (Save("f", bytes), Run("--kind qen f"));
+  EXPECT_EQ(status, 1);
+  EXPECT_NE(out.find("error: MeshSegmentSet/MeshSegment[0]/LayerSet: "), std::string::npos) << out;
+}
+
+TEST_F(Check, RepeatedKeysAndIndicesOutsideTheirSetAreWarnings) {
+  m_kind = "zor";
+  const std::string index_set = Chunk(23, Little(1, 4) + Little(0, 4));
+  const std::string atter = Chunk(3, Little(7, 8) + index_set);
+  ExpectFound(
+      DrawingOf(Chunk(2, Little(2, 4) + atter + atter)), 0,
+      "f: byte 71: warning: DrawAtterSet/DrawAtter[1]: z-id 7 stands again and replaces the "
+      "one at byte 39\n"
+      "f: byte 67: warning: DrawAtterSet/DrawAtter[0]/DrawInfoIdxSet: DrawInfoIdx 0 lies "
+      "outside the set of 0 draw infos\n"
+      "f: byte 99: warning: DrawAtterSet/DrawAtter[1]/DrawInfoIdxSet: DrawInfoIdx 0 lies "
+      "outside the set of 0 draw infos\n");
+}
+
+TEST_F(Check, JsonHoldsTheSame) {
+  Save("f", MapOf("").substr(0, 50));
+  const auto [status, out] = Run("--kind qen --json f");
+  EXPECT_EQ(status, 1);
+  EXPECT_NE(out.find("\"severity\": \"error\""), std::string::npos);
+  EXPECT_NE(out.find("\"offset\": 42"), std::string::npos) << out;
+}
+
+}  // namespace
