@@ -38,7 +38,7 @@ bool CFile::Open(const CString& path, std::uint32_t flags) {
   if (m_file == nullptr) return false;
   m_failed = false;
   if (!writes) return true;
-  std::setvbuf(m_file, nullptr, _IONBF, 0);
+  static_cast<void>(std::setvbuf(m_file, nullptr, _IONBF, 0));
   MakeBuffer(false);
   return true;
 }
@@ -131,7 +131,7 @@ void CFile::Close() {
 }
 
 void CFile::CloseHandle() noexcept {
-  if (m_file != nullptr) std::fclose(std::exchange(m_file, nullptr));
+  if (m_file != nullptr) static_cast<void>(std::fclose(std::exchange(m_file, nullptr)));
   m_next = m_buffer.get();
 }
 

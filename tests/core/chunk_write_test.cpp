@@ -52,6 +52,22 @@ TEST(ChunkWrite, WithoutRecalculationTheStaleSizesAreWritten) {
   EXPECT_EQ(Written(*segment, false).Front(8), Bytes().U32(77).U32(12345));
 }
 
+TEST(ChunkWrite, NoSubChunkRecalculatesAgain) {
+  class Recorder : public CLayerSet {
+   public:
+    bool Write(CFile* file, bool recalc) override {
+      Recalc = recalc;
+      return CLayerSet::Write(file, recalc);
+    }
+    bool Recalc = true;
+  };
+  CMeshSegment segment;
+  auto* recorder = new Recorder;
+  segment.SubChunkSet(0, recorder);
+  Written(segment, true);
+  EXPECT_FALSE(recorder->Recalc);
+}
+
 TEST(ChunkWrite, ASlotThatIsFilledAgainDestroysWhatItHeld) {
   CMeshSegment segment;
   segment.SubChunkSet(0, new Counted<CLayerSet>);

@@ -26,4 +26,16 @@ struct Allocations {
 /// The counts of this program, which has one thread.
 Allocations& ProgramAllocations();
 
+/// While it lives no allocation fails, for what a test itself has to make.
+class NoFaults {
+ public:
+  NoFaults() { ProgramAllocations().Left = Allocations::kNever; }
+  ~NoFaults() { ProgramAllocations().Left = m_left; }
+  NoFaults(const NoFaults&) = delete;
+  NoFaults& operator=(const NoFaults&) = delete;
+
+ private:
+  long m_left = ProgramAllocations().Left;
+};
+
 }  // namespace qenzor::testing
