@@ -58,7 +58,7 @@ CAbstractChunk* Make() {
 
 template <class... Chunks>
 constexpr std::array<CChunkFactory::Creator, CChunkFactory::kChunkIds> MakeCreators(
-    std::tuple<Chunks...>* /*classes*/) {
+    std::tuple<Chunks...>* /*classes*/) noexcept {
   std::array<CChunkFactory::Creator, CChunkFactory::kChunkIds> creators{};
   ((creators[Chunks::kChunkId] = &Make<Chunks>), ...);
   creators[0] = &CChunkFactory::CreateUnKnownChunkInst;

@@ -11,6 +11,7 @@ namespace {
 
 /// How deep this thread stands in nested chunks. The reading operations have no room for it among
 /// their arguments; it is back at zero whenever no read is under way.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 thread_local std::uint32_t t_depth = 0;
 
 class CDepthGuard {

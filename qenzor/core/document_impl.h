@@ -29,6 +29,11 @@ bool ReadInfo(CFile& file, Info& info) {
 }
 
 template <class Info>
+void CopyInfo(const Info& from, Info& to) {
+  to = from;
+}
+
+template <class Info>
 bool WriteInfo(CFile& file, const Info& info) try {
   WriteBlock(file, PackedSize<Info>(), [&](std::uint8_t* bytes) { StorePacked(bytes, info); });
   return true;
@@ -36,8 +41,9 @@ bool WriteInfo(CFile& file, const Info& info) try {
   return false;
 }
 
-/// Reads the whole file into memory and hands its bytes to read. False when the file cannot be
-/// opened, is longer than 32 bits tell, does not fit into memory or does not come whole.
+/// Reads the whole file into memory and hands its bytes, with room for one more behind them, to
+/// read. False when the file cannot be opened, is longer than 32 bits tell, does not fit into
+/// memory or does not come whole.
 template <class ReadBytes>
 bool ReadWholeFile(const CString& path, ReadBytes&& read) {
   CFile file;
@@ -45,9 +51,9 @@ bool ReadWholeFile(const CString& path, ReadBytes&& read) {
   const std::uint64_t length = file.GetLength();
   if (length > std::numeric_limits<std::uint32_t>::max()) return false;
   const auto size = static_cast<std::uint32_t>(length);
-  const std::unique_ptr<std::uint8_t[]> bytes(new (std::nothrow) std::uint8_t[length]);
+  const std::unique_ptr<std::uint8_t[]> bytes(new (std::nothrow) std::uint8_t[length + 1]);
   if (bytes == nullptr) return false;
-  AdviseHugePages(bytes.get(), size);
+  PopulatePages(bytes.get(), size);
   if (file.Read(bytes.get(), size) != size) return false;
   return read(bytes.get(), size);
 }

@@ -19,7 +19,7 @@ CQen* CQen::Clone() try {
 void CQen::DeepCopy(CQen* source) {
   if (source == this) return;
   Release();
-  static_cast<QenFileInfo&>(*this) = *source;
+  CopyInfo<QenFileInfo>(*source, *this);
   MapData = CloneOf(source->MapData.get());
 }
 
@@ -69,7 +69,7 @@ CQenEdit::~CQenEdit() = default;
 
 CQen* CQenEdit::EditDataToQenData() try {
   auto doc = std::make_unique<CQen>();
-  static_cast<QenFileInfo&>(*doc) = *this;
+  CopyInfo<QenFileInfo>(*this, *doc);
   doc->MapData = ChunkOfEdit<CQenMapData>(MapData.get());
   return doc.release();
 } catch (const std::bad_alloc&) {
@@ -78,7 +78,7 @@ CQen* CQenEdit::EditDataToQenData() try {
 
 void CQenEdit::QenDataToEditData(CQen* doc) {
   Release();
-  static_cast<QenFileInfo&>(*this) = *doc;
+  CopyInfo<QenFileInfo>(*doc, *this);
   if (doc->MapData == nullptr) return;
   MapData = std::make_unique<CQenMapDataEdit>();
   MapData->ChunkDataToEditData(doc->MapData.get());
@@ -98,18 +98,21 @@ void CQenEdit::Release() { MapData.reset(); }
 CQenTextConverter::CQenTextConverter() = default;
 CQenTextConverter::~CQenTextConverter() = default;
 
+// The interface passes paths by value.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 bool CQenTextConverter::ConvertChunkToText(CString path, CQen& doc, std::uint32_t level) {
   return WriteXmlFile(path, [&](CStdioFile& file) { ConvertChunkToText(file, doc, level); });
-}
-
-void CQenTextConverter::ConvertChunkToText(CStdioFile& file, CQen& doc, std::uint32_t level) {
-  WriteXmlDocument<QenFileInfo>(CXmlWriter(file, level), "Qen", doc, CQenMapData::kTag,
-                                doc.MapData.get());
 }
 
 CQenEdit* CQenTextConverter::ConvertTextToQenEdit(CString path) {
   return ReadXmlDocument<CQenEdit>(
       path, "Qen", [this](CQenEdit* edit, TiXmlElement* root) { SetQenEditParam(edit, root); });
+}
+// NOLINTEND(performance-unnecessary-value-param)
+
+void CQenTextConverter::ConvertChunkToText(CStdioFile& file, CQen& doc, std::uint32_t level) {
+  WriteXmlDocument<QenFileInfo>(CXmlWriter(file, level), "Qen", doc, CQenMapData::kTag,
+                                doc.MapData.get());
 }
 
 void CQenTextConverter::SetQenEditParam(CQenEdit* edit, TiXmlElement* root) {

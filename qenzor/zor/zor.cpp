@@ -19,7 +19,7 @@ CZor* CZor::Clone() try {
 void CZor::DeepCopy(CZor* source) {
   if (source == this) return;
   Release();
-  static_cast<ZorFileInfo&>(*this) = *source;
+  CopyInfo<ZorFileInfo>(*source, *this);
   DrawData.DeepCopy(&source->DrawData);
 }
 
@@ -65,7 +65,7 @@ CZorEdit::~CZorEdit() = default;
 
 CZor* CZorEdit::EditDataToZorData() try {
   auto doc = std::make_unique<CZor>();
-  static_cast<ZorFileInfo&>(*doc) = *this;
+  CopyInfo<ZorFileInfo>(*this, *doc);
   const auto draw_data = ChunkOfEdit<CZorDrawData>(&DrawData);
   doc->DrawData.DeepCopy(draw_data.get());
   return doc.release();
@@ -75,7 +75,7 @@ CZor* CZorEdit::EditDataToZorData() try {
 
 void CZorEdit::ZorDataToEditData(CZor* doc) {
   DrawData.Release();
-  static_cast<ZorFileInfo&>(*this) = *doc;
+  CopyInfo<ZorFileInfo>(*doc, *this);
   DrawData.ChunkDataToEditData(&doc->DrawData);
 }
 
@@ -94,18 +94,21 @@ bool CZorEdit::SetSubChunkEdit(CAbstractChunkEdit* sub) {
 CZorTextConverter::CZorTextConverter() = default;
 CZorTextConverter::~CZorTextConverter() = default;
 
+// The interface passes paths by value.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 bool CZorTextConverter::ConvertChunkToText(CString path, CZor& doc, std::uint32_t level) {
   return WriteXmlFile(path, [&](CStdioFile& file) { ConvertChunkToText(file, doc, level); });
-}
-
-void CZorTextConverter::ConvertChunkToText(CStdioFile& file, CZor& doc, std::uint32_t level) {
-  WriteXmlDocument<ZorFileInfo>(CXmlWriter(file, level), "Zor", doc, CZorDrawData::kTag,
-                                &doc.DrawData);
 }
 
 CZorEdit* CZorTextConverter::ConvertTextToZorEdit(CString path) {
   return ReadXmlDocument<CZorEdit>(
       path, "Zor", [this](CZorEdit* edit, TiXmlElement* root) { SetZorEditParam(edit, root); });
+}
+// NOLINTEND(performance-unnecessary-value-param)
+
+void CZorTextConverter::ConvertChunkToText(CStdioFile& file, CZor& doc, std::uint32_t level) {
+  WriteXmlDocument<ZorFileInfo>(CXmlWriter(file, level), "Zor", doc, CZorDrawData::kTag,
+                                &doc.DrawData);
 }
 
 void CZorTextConverter::SetZorEditParam(CZorEdit* edit, TiXmlElement* root) {
