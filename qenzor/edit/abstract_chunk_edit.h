@@ -1,13 +1,14 @@
 #pragma once
 
 #include "qenzor/core/abstract_chunk.h"
+#include "qenzor/platform/slab.h"
 
 namespace qenzor {
 
 /// The editable twin of a chunk: lists instead of packed arrays, an owned edit object for each
 /// sub-chunk. An edit object owns its children. A wrong class gives an empty result or false, want
 /// of memory throws std::bad_alloc and leaves every object whole.
-class QENZOR_EXPORT CAbstractChunkEdit {
+class QENZOR_EXPORT CAbstractChunkEdit : public CSlabObject {
  public:
   virtual ~CAbstractChunkEdit();
   CAbstractChunkEdit(const CAbstractChunkEdit&) = delete;

@@ -27,7 +27,8 @@ CFile::CFile() noexcept = default;
 
 CFile::~CFile() {
   if (m_file != nullptr && !m_failed && m_next != m_buffer.get())
-    std::fwrite(m_buffer.get(), 1, static_cast<std::size_t>(m_next - m_buffer.get()), m_file);
+    static_cast<void>(
+        std::fwrite(m_buffer.get(), 1, static_cast<std::size_t>(m_next - m_buffer.get()), m_file));
   CloseHandle();
 }
 
@@ -91,7 +92,7 @@ std::uint64_t CFile::GetLength() const {
   const std::int64_t here = TellFile(m_file);
   if (here < 0 || SeekFile(m_file, 0, SEEK_END) != 0) return 0;
   const std::int64_t length = TellFile(m_file);
-  SeekFile(m_file, here, SEEK_SET);
+  static_cast<void>(SeekFile(m_file, here, SEEK_SET));
   const auto buffered = static_cast<std::uint64_t>(m_next - m_buffer.get());
   return length < 0 ? 0
                     : std::max(static_cast<std::uint64_t>(length),

@@ -66,7 +66,7 @@ class QENZOR_EXPORT CFile {
 
  protected:
   /// Bytes gathered before they go to the disk.
-  static constexpr std::uint32_t kBufferSize = 64 * 1024;
+  static constexpr std::uint32_t kBufferSize = 256 * 1024;
 
   /// Makes the write buffer and, if lend is set, lets BeginBlock hand out room in it.
   void MakeBuffer(bool lend);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstddef>
-#include <new>
 #include <string_view>
 
 #include "qenzor/platform/export.h"
@@ -24,7 +22,7 @@ struct CRuntimeClass {
 
 /// The object base: run-time class information and a virtual destructor.
 /// A class that derives from one of the library's and keeps its GetRuntimeClass counts as that one.
-class QENZOR_EXPORT CObject {
+class QENZOR_EXPORT CObject : public CSlabObject {
  public:
   static const CRuntimeClass kRuntimeClass;
 
@@ -33,15 +31,6 @@ class QENZOR_EXPORT CObject {
 
   CObject(const CObject&) = delete;
   CObject& operator=(const CObject&) = delete;
-
-  // Objects come from slabs; a class derived from the library's may supply its own operators.
-  // NOLINTNEXTLINE(misc-new-delete-overloads,*-new-delete-operators,cert-dcl54-cpp): sized below
-  static void* operator new(std::size_t size) { return AllocateBlock(size); }
-  static void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return TryAllocateBlock(size);
-  }
-  static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
-  static void operator delete(void* object, std::size_t size) noexcept { FreeBlock(object, size); }
 
  protected:
   CObject() = default;

@@ -1,13 +1,18 @@
 #include "qenzor/platform/slab.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <bit>
 #include <cstdint>
+#include <memory>
+#include <mutex>
 #include <new>
+#include <utility>
 
 #ifdef __linux__
 #include <sys/mman.h>
+#include <unistd.h>
 #endif
 
 namespace qenzor {
@@ -29,15 +34,17 @@ constexpr std::size_t kMaxBlock = 0;
 constexpr std::size_t kMaxBlock = 4096;
 #endif
 /// Slabs grow with what is alive, so that little is taken for a small document and little lost by a
-/// large one, up to the size of a huge page: page by page, a system spends more time on handing out
-/// the memory of a large document than the reading of it takes.
+/// large one, up to a size at which a call for each slab costs nothing beside its use.
 constexpr std::size_t kMaxSlabSize = std::size_t{2} * 1024 * 1024;
 constexpr std::size_t kMinSlabSize = std::size_t{64} * 1024;
 /// No block crosses the border of two segments, at whose front, found from a block's address, it
 /// says to which slab they belong.
 constexpr std::size_t kSegmentSize = kMinSlabSize;
+constexpr std::align_val_t kSlabAlignment{kSegmentSize};
 constexpr std::size_t kShareOfLive = 4;
 
+// An allocator's state outlives every call; this is all of it.
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
 std::atomic<std::size_t> g_liveBytes{0};
 
 struct SlabHeader;
@@ -53,37 +60,69 @@ struct alignas(kAlignment) SlabHeader {
   /// this is kOpen less the blocks that came back.
   std::atomic<std::int64_t> Live;
   std::size_t Size;
-  std::align_val_t Alignment;
 };
 constexpr std::int64_t kOpen = std::int64_t{1} << 40;
+
+/// Empty slabs of the largest size. A program that opens one document after another would else
+/// spend most of its time on having the system clear the same memory again and again.
+class CSlabPool {
+ public:
+  bool Keep(void* slab) noexcept {
+    const std::lock_guard lock(m_mutex);
+    if (m_count == m_slabs.size()) return false;
+    m_slabs[m_count++] = slab;
+    return true;
+  }
+  /// The slab that was kept last, or null.
+  void* Take() noexcept {
+    const std::lock_guard lock(m_mutex);
+    return m_count == 0 ? nullptr : std::exchange(m_slabs[--m_count], nullptr);
+  }
+
+ private:
+  static constexpr std::size_t kMaxKept = 64;
+
+  std::mutex m_mutex;
+  std::array<void*, kMaxKept> m_slabs{};
+  std::size_t m_count = 0;
+};
+
+/// Never destroyed: objects may outlive every destructor of this library.
+constinit CSlabPool g_pool;
+
+void* AllocateSlab(std::size_t size) noexcept {
+  if (size == kMaxSlabSize)
+    if (void* kept = g_pool.Take(); kept != nullptr) return kept;
+  void* memory = ::operator new(size, kSlabAlignment, std::nothrow);
+  if (memory != nullptr && size == kMaxSlabSize) PopulatePages(memory, size);
+  return memory;
+}
+
+void FreeSlab(void* slab, std::size_t size) noexcept {
+  if (size != kMaxSlabSize || !g_pool.Keep(slab)) ::operator delete(slab, kSlabAlignment);
+}
 
 SlabHeader* MakeSlab() noexcept {
   const std::size_t share = g_liveBytes.load(std::memory_order_relaxed) / kShareOfLive;
   const std::size_t size = std::bit_floor(std::clamp(share, kMinSlabSize, kMaxSlabSize));
-  const std::align_val_t alignment{size == kMaxSlabSize ? kMaxSlabSize : kSegmentSize};
-  void* memory = ::operator new(size, alignment, std::nothrow);
+  void* memory = AllocateSlab(size);
   if (memory == nullptr) return nullptr;
-  if (size == kMaxSlabSize) AdviseHugePages(memory, size);
   g_liveBytes.fetch_add(size, std::memory_order_relaxed);
   auto* segment = new (memory) SegmentHeader{};
-  segment->Slab = new (segment + 1) SlabHeader{kOpen, size, alignment};
+  segment->Slab = new (segment + 1) SlabHeader{kOpen, size};
   return segment->Slab;
 }
 
 void Drop(SlabHeader* slab, std::int64_t blocks) noexcept {
   if (slab->Live.fetch_sub(blocks, std::memory_order_acq_rel) != blocks) return;
   g_liveBytes.fetch_sub(slab->Size, std::memory_order_relaxed);
-  ::operator delete(reinterpret_cast<SegmentHeader*>(slab) - 1, slab->Alignment);
+  FreeSlab(reinterpret_cast<SegmentHeader*>(slab) - 1, slab->Size);
 }
 
-/// The slab that a thread is cutting.
+/// The slab that a thread is cutting. It has no destructor, so that reaching it costs a thread no
+/// more than an address.
 class CSlabCutter {
  public:
-  CSlabCutter() = default;
-  ~CSlabCutter() { Retire(); }
-  CSlabCutter(const CSlabCutter&) = delete;
-  CSlabCutter& operator=(const CSlabCutter&) = delete;
-
   void* Cut(std::size_t size) noexcept {
     const std::size_t rounded = (size + kAlignment - 1) & ~(kAlignment - 1);
     if (rounded > m_left && !NextSegment() && !Renew()) return nullptr;
@@ -93,18 +132,13 @@ class CSlabCutter {
     ++m_cut;
     return block;
   }
+  void Retire() noexcept {
+    if (m_slab != nullptr) Drop(m_slab, kOpen - m_cut);
+    *this = {};
+  }
 
  private:
-  bool Renew() noexcept {
-    SlabHeader* slab = MakeSlab();
-    if (slab == nullptr) return false;
-    Retire();
-    m_slab = slab;
-    m_next = reinterpret_cast<std::uint8_t*>(slab + 1);
-    m_left = kSegmentSize - sizeof(SegmentHeader) - sizeof(SlabHeader);
-    m_segmentsLeft = slab->Size / kSegmentSize - 1;
-    return true;
-  }
+  bool Renew() noexcept;
   bool NextSegment() noexcept {
     if (m_segmentsLeft == 0) return false;
     --m_segmentsLeft;
@@ -112,13 +146,6 @@ class CSlabCutter {
     m_next = reinterpret_cast<std::uint8_t*>(segment + 1);
     m_left = kSegmentSize - sizeof(SegmentHeader);
     return true;
-  }
-  void Retire() noexcept {
-    if (m_slab != nullptr) Drop(m_slab, kOpen - m_cut);
-    m_slab = nullptr;
-    m_left = 0;
-    m_segmentsLeft = 0;
-    m_cut = 0;
   }
 
   SlabHeader* m_slab = nullptr;
@@ -128,16 +155,45 @@ class CSlabCutter {
   std::int64_t m_cut = 0;
 };
 
-thread_local CSlabCutter t_cutter;
+#if defined(__GNUC__)
+[[gnu::tls_model("initial-exec")]]
+#endif
+constinit thread_local CSlabCutter t_cutter;
+
+/// Retires the cutter's last slab with the thread.
+struct CutterEnd {
+  CutterEnd() = default;
+  ~CutterEnd() { t_cutter.Retire(); }
+  CutterEnd(const CutterEnd&) = delete;
+  CutterEnd& operator=(const CutterEnd&) = delete;
+  void Register() const noexcept {}
+};
+const thread_local CutterEnd t_cutterEnd;
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
+
+bool CSlabCutter::Renew() noexcept {
+  SlabHeader* slab = MakeSlab();
+  if (slab == nullptr) return false;
+  Retire();
+  t_cutterEnd.Register();
+  m_slab = slab;
+  m_next = reinterpret_cast<std::uint8_t*>(slab + 1);
+  m_left = kSegmentSize - sizeof(SegmentHeader) - sizeof(SlabHeader);
+  m_segmentsLeft = slab->Size / kSegmentSize - 1;
+  return true;
+}
 
 }  // namespace
 
-void AdviseHugePages(void* memory, std::size_t size) noexcept {
-#ifdef __linux__
-  const auto from =
-      (reinterpret_cast<std::uintptr_t>(memory) + kMaxSlabSize - 1) & ~(kMaxSlabSize - 1);
-  const auto to = (reinterpret_cast<std::uintptr_t>(memory) + size) & ~(kMaxSlabSize - 1);
-  if (from < to) ::madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
+void PopulatePages(void* memory, std::size_t size) noexcept {
+#ifdef MADV_POPULATE_WRITE
+  const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  auto* const end = static_cast<std::uint8_t*>(memory) + size;
+  void* from = memory;
+  std::size_t whole = size;
+  if (std::align(page, page, from, whole) == nullptr) return;
+  whole = static_cast<std::size_t>(end - static_cast<std::uint8_t*>(from)) / page * page;
+  ::madvise(from, whole, MADV_POPULATE_WRITE);
 #else
   static_cast<void>(memory);
   static_cast<void>(size);
@@ -160,8 +216,8 @@ void FreeBlock(void* block, std::size_t size) noexcept {
     ::operator delete(block);
     return;
   }
-  const auto segment = reinterpret_cast<std::uintptr_t>(block) & ~(kSegmentSize - 1);
-  Drop(reinterpret_cast<SegmentHeader*>(segment)->Slab, 1);
+  const std::size_t offset = reinterpret_cast<std::uintptr_t>(block) & (kSegmentSize - 1);
+  Drop(reinterpret_cast<SegmentHeader*>(static_cast<std::uint8_t*>(block) - offset)->Slab, 1);
 }
 
 }  // namespace qenzor
