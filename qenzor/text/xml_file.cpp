@@ -1,6 +1,7 @@
 #include "qenzor/text/xml_file.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "qenzor/core/document_impl.h"
 #include "qenzor/text/document_text_impl.h"
@@ -46,6 +47,9 @@ class CXmlScanner {
            byte >= 127;
   }
 
+  /// What matters inside a start tag.
+  static bool IsTagMark(char c) { return c == '=' || c == '"' || c == '\'' || c == '>'; }
+
   bool SkipTo(std::string_view mark) {
     m_rest.remove_prefix(std::min(m_rest.find(mark), m_rest.size()));
     return !m_rest.empty();
@@ -59,7 +63,8 @@ class CXmlScanner {
     std::uint32_t attributes = 0;
     m_rest.remove_prefix(1);
     while (!m_rest.empty()) {
-      const std::size_t at = std::min(m_rest.find_first_of("=\"'>"), m_rest.size());
+      const auto at = static_cast<std::size_t>(
+          std::find_if(m_rest.begin(), m_rest.end(), IsTagMark) - m_rest.begin());
       const bool closed = at > 0 && m_rest[at - 1] == '/';
       if (at == m_rest.size()) {
         m_rest = {};
@@ -123,17 +128,35 @@ bool IsWithinXmlLimits(std::string_view xml) { return !FindXmlLimitError(xml).ha
 
 namespace {
 
+/// Line ends as the parser's own loading makes them: CR LF and CR become LF. The new end of the
+/// text.
+char* NormaliseLineEnds(char* from, char* end) {
+  const auto line_end = [end](char* line) {
+    void* found = std::memchr(line, '\r', static_cast<std::size_t>(end - line));
+    return found == nullptr ? end : static_cast<char*>(found);
+  };
+  char* to = line_end(from);
+  for (from = to; from != end;) {
+    from += from + 1 != end && from[1] == '\n' ? 2 : 1;
+    *to++ = '\n';
+    char* const next = line_end(from);
+    to = std::copy(from, next, to);
+    from = next;
+  }
+  return to;
+}
+
 /// Parses the file; why that failed, or nothing.
 std::optional<XmlError> Load(const CString& path, TiXmlDocument& xml) {
   std::optional<XmlError> error = XmlError{0, 0, "the file cannot be read"};
   ReadWholeFile(path, [&](std::uint8_t* bytes, std::uint32_t size) {
-    std::string text(reinterpret_cast<const char*>(bytes), size);
+    char* const begin = reinterpret_cast<char*>(bytes);
+    char* const end = NormaliseLineEnds(begin, begin + size);
+    *end = '\0';
+    const std::string_view text(begin, static_cast<std::size_t>(end - begin));
     error = FindXmlLimitError(text);
     if (error.has_value()) return false;
-    // Line ends as the parser's own loading makes them: CR LF and CR become LF.
-    ReplaceAll(text, "\r\n", "\n");
-    std::ranges::replace(text, '\r', '\n');
-    xml.Parse(text.c_str(), nullptr, TIXML_DEFAULT_ENCODING);
+    xml.Parse(begin, nullptr, TIXML_DEFAULT_ENCODING);
     if (xml.Error()) {
       // The parser knows no place for what is missing at the end.
       error = ErrorAt(text, text.size(), xml.ErrorDesc());
@@ -149,7 +172,10 @@ std::optional<XmlError> Load(const CString& path, TiXmlDocument& xml) {
 
 }  // namespace
 
-bool LoadXmlFile(const CString& path, TiXmlDocument& xml) { return !Load(path, xml).has_value(); }
+bool LoadXmlFile(const CString& path, TiXmlDocument& xml) {
+  xml.SetTabSize(0);  // whoever asks where an error stands gets it from FindXmlError
+  return !Load(path, xml).has_value();
+}
 
 std::optional<XmlError> FindXmlError(const CString& path) {
   TiXmlDocument xml;
