@@ -25,7 +25,8 @@ namespace tool {
 
 namespace {
 
-using namespace qenzor;
+// The class names nearly every one of the library's data classes.
+using namespace qenzor;  // NOLINT(google-build-using-namespace)
 
 constexpr std::size_t kMaxListLength = 65535;
 

@@ -82,6 +82,7 @@ template <class T>
 class QENZOR_EXPORT CChunkSetMap<std::uint64_t, T> : public CAbstractChunkSet<T> {
  public:
   using Element = std::remove_pointer_t<T>;
+  using Elems = CMap<std::uint64_t, std::unique_ptr<Element>>;
   static constexpr std::uint32_t kBuckets = 8191;
   static const CRuntimeClass kRuntimeClass;
 
@@ -92,16 +93,35 @@ class QENZOR_EXPORT CChunkSetMap<std::uint64_t, T> : public CAbstractChunkSet<T>
   T GetElem(std::uint64_t key) const;
   /// The elements in the order in which they are written, still owned by the set.
   std::vector<T> GetElems() const;
+  /// Calls visit(element) for each, in that order. The set must not be changed meanwhile.
+  /// ahead(key) hears of each key some elements before its turn.
+  template <class Visit, class Ahead = typename Elems::Ignore>
+  void ForEachElem(Visit visit, Ahead ahead = {}) const {
+    m_elems.ForEachOrdered([&](std::uint64_t, const auto& elem) { visit(elem.get()); }, ahead);
+  }
+  /// Says that an element with the key will be asked for or added soon; a hint.
+  void PrefetchElem(std::uint64_t key) const noexcept { m_elems.PrefetchKey(key); }
+  void SubChunkSet(std::uint32_t index, CAbstractChunk* chunk) override;
 
   [[nodiscard]] CAbstractChunk* Clone() override;
   void DeepCopy(CAbstractChunk* source) override;
   void RecursiveReCalcDataSize() override;
 
  protected:
+  bool ReadChunkBlock(const void* data, const std::uint32_t& available,
+                      const std::uint32_t& needed) override;
+  bool ReadChunkBlock(CFile* file, std::uint32_t needed) override;
   void Release() override;
   bool WriteData(CFile* file, bool recalc) override;
 
-  CMap<std::uint64_t, std::unique_ptr<Element>> m_elems;
+  Elems m_elems;
+
+ private:
+  class CArrivals;
+  template <class Read>
+  bool ReadElements(Read&& read);
+
+  CArrivals* m_arrivals = nullptr;  ///< while elements are read
 };
 
 /// A concrete set: Self supplies kChunkId and kTag, SetBase is one of the containers above.

@@ -118,10 +118,14 @@ CChunkSetMapEdit<std::uint64_t, T, TEdit>::CChunkSetMapEdit() : m_elems(kBuckets
 template <class T, class TEdit>
 CAbstractChunk* CChunkSetMapEdit<std::uint64_t, T, TEdit>::EditDataToChunkData() {
   std::unique_ptr<CAbstractChunk> chunk(GetChunkInstance());
+  auto* set = class_cast<CChunkSetMap<std::uint64_t, T>>(chunk.get());
+  if (set == nullptr) return chunk.release();
   std::uint32_t index = 0;
-  m_elems.ForEachOrdered([&](std::uint64_t, const auto& elem) {
-    chunk->SubChunkSet(index++, elem->EditDataToChunkData());
-  });
+  m_elems.ForEachOrdered(
+      [&](std::uint64_t, const auto& elem) {
+        set->SubChunkSet(index++, elem->EditDataToChunkData());
+      },
+      [set](std::uint64_t key) { set->PrefetchElem(key); });
   return chunk.release();
 }
 
@@ -131,9 +135,12 @@ void CChunkSetMapEdit<std::uint64_t, T, TEdit>::ChunkDataToEditData(CAbstractChu
   auto* set = class_cast<CChunkSetMap<std::uint64_t, T>>(chunk);
   if (set == nullptr) return;
   m_elems.Reserve(set->GetElemCount());
-  for (T elem : set->GetElems())
-    if (auto edit = MakeEdit(*elem); edit != nullptr)
-      AddElem(static_cast<ElementEdit*>(edit.release()));
+  set->ForEachElem(
+      [this](T elem) {
+        if (auto edit = MakeEdit(*elem); edit != nullptr)
+          AddElem(static_cast<ElementEdit*>(edit.release()));
+      },
+      [this](std::uint64_t key) { m_elems.PrefetchKey(key); });
 }
 
 template <class T, class TEdit>
@@ -151,7 +158,8 @@ void CChunkSetMapEdit<std::uint64_t, T, TEdit>::DeepCopy(CAbstractChunkEdit* sou
   if (same == nullptr) return;
   m_elems.Reserve(same->m_elems.GetCount());
   same->m_elems.ForEachOrdered(
-      [&](std::uint64_t, const auto& elem) { AddElem(CloneOfEdit(elem.get()).release()); });
+      [&](std::uint64_t, const auto& elem) { AddElem(CloneOfEdit(elem.get()).release()); },
+      [this](std::uint64_t key) { m_elems.PrefetchKey(key); });
 }
 
 template <class T, class TEdit>

@@ -1,45 +1,14 @@
 #include "qenzor/platform/key_index.h"
 
 #include <algorithm>
-#include <boost/unordered/unordered_flat_map.hpp>
-#include <cstddef>
-#include <cstdint>
-#include <memory>
+#include <bit>
+#include <exception>
+#include <new>
 #include <random>
-#include <vector>
+#include <utility>
 
 namespace qenzor {
 namespace {
-
-/// Numbers drawn once per process. A file is a stranger's: with a fixed hash, keys could be
-/// prepared that all collide.
-struct Salt {
-  std::uint64_t Mask;
-  std::uint64_t Factor;  // odd, so that no two keys become one
-};
-
-Salt DrawSalt() {
-  std::random_device source;
-  const auto draw = [&source] { return std::uint64_t{source()} << 32U | source(); };
-  const std::uint64_t mask = draw();
-  return {mask, draw() | 1U};
-}
-
-const Salt& GetSalt() {
-  static const Salt salt = DrawSalt();
-  return salt;
-}
-
-/// The container mixes the result further, so the high bits of a product are enough here.
-class KeyHash {
- public:
-  std::size_t operator()(std::uint64_t key) const noexcept {
-    return static_cast<std::size_t>((key ^ m_salt.Mask) * m_salt.Factor);
-  }
-
- private:
-  Salt m_salt = GetSalt();
-};
 
 std::vector<std::uint32_t> OrderBySorting(std::vector<BucketSlot>& slots) {
   std::sort(slots.begin(), slots.end(), [](const BucketSlot& a, const BucketSlot& b) {
@@ -70,64 +39,79 @@ std::vector<std::uint32_t> OrderByCounting(const std::vector<BucketSlot>& slots,
 
 }  // namespace
 
-struct CKeyIndex::Table {
-  boost::unordered_flat_map<std::uint64_t, std::uint32_t, KeyHash> Positions;
-};
+CKeyIndex::CKeyIndex(CKeyIndex&& other) noexcept { *this = std::move(other); }
 
-CKeyIndex::CKeyIndex() noexcept = default;
-CKeyIndex::~CKeyIndex() = default;
-CKeyIndex::CKeyIndex(CKeyIndex&& other) noexcept = default;
-CKeyIndex& CKeyIndex::operator=(CKeyIndex&& other) noexcept = default;
-
-std::size_t CKeyIndex::GetCount() const noexcept { return m_table ? m_table->Positions.size() : 0; }
-
-std::uint32_t CKeyIndex::Find(std::uint64_t key) const noexcept {
-  if (!m_table) {
-    return kAbsent;
-  }
-  const auto found = m_table->Positions.find(key);
-  return found == m_table->Positions.end() ? kAbsent : found->second;
+CKeyIndex& CKeyIndex::operator=(CKeyIndex&& other) noexcept {
+  m_slots = std::move(other.m_slots);
+  m_slotCount = std::exchange(other.m_slotCount, 0);
+  m_room = std::exchange(other.m_room, 0);
+  m_count = std::exchange(other.m_count, 0);
+  m_shift = other.m_shift;
+  m_salt = other.m_salt;
+  return *this;
 }
 
-std::uint32_t CKeyIndex::FindOrAdd(std::uint64_t key, std::uint32_t position) {
-  const auto [found, added] = GetTable().Positions.try_emplace(key, position);
-  return added ? kAbsent : found->second;
+const CKeyIndex::Salt& CKeyIndex::GetSalt() {
+  // Numbers drawn once per process.
+  static const Salt s_salt = []() -> Salt {
+    std::random_device source;
+    const auto draw = [&source] { return std::uint64_t{source()} << 32U | source(); };
+    const std::uint64_t mask = draw();
+    return {mask, draw() | 1U};
+  }();
+  return s_salt;
+}
+
+std::size_t CKeyIndex::FindPosition(std::uint64_t key, std::uint32_t position) const noexcept {
+  if (m_count == 0) return kNoSlot;
+  std::size_t at = HomeOf(HashOf(key));
+  while (m_slots[at].Position != position && m_slots[at].Position != kAbsent) at = NextOf(at);
+  return m_slots[at].Position == kAbsent || m_slots[at].Hash != HashOf(key) ? kNoSlot : at;
 }
 
 bool CKeyIndex::Relocate(std::uint64_t key, std::uint32_t from, std::uint32_t to) noexcept {
-  if (!m_table) {
-    return false;
-  }
-  const auto found = m_table->Positions.find(key);
-  if (found == m_table->Positions.end() || found->second != from) {
-    return false;
-  }
-  found->second = to;
-  return true;
+  const std::size_t at = FindPosition(key, from);
+  if (at != kNoSlot) m_slots[at].Position = to;
+  return at != kNoSlot;
 }
 
-std::uint32_t CKeyIndex::Remove(std::uint64_t key) noexcept {
-  if (!m_table) {
-    return kAbsent;
-  }
-  const auto found = m_table->Positions.find(key);
-  if (found == m_table->Positions.end()) {
-    return kAbsent;
-  }
-  const std::uint32_t position = found->second;
-  m_table->Positions.erase(found);
-  return position;
+bool CKeyIndex::Holds(std::uint64_t key, std::uint32_t position) const noexcept {
+  return FindPosition(key, position) != kNoSlot;
 }
 
-void CKeyIndex::Clear() noexcept { m_table.reset(); }
-
-void CKeyIndex::Reserve(std::size_t count) { GetTable().Positions.reserve(count); }
-
-CKeyIndex::Table& CKeyIndex::GetTable() {
-  if (!m_table) {
-    m_table = std::make_unique<Table>();
+// What stands behind a free slot must still be found from its own: it moves up unless that would
+// bring it in front of its home.
+void CKeyIndex::CloseSlot(std::size_t at) noexcept {
+  const std::size_t mask = m_slotCount - 1;
+  for (std::size_t next = NextOf(at); m_slots[next].Position != kAbsent; next = NextOf(next)) {
+    const std::size_t home = HomeOf(m_slots[next].Hash);
+    if (((next - home) & mask) < ((next - at) & mask)) continue;
+    m_slots[at] = m_slots[next];
+    at = next;
   }
-  return *m_table;
+  m_slots[at] = {};
+  --m_count;
+}
+
+void CKeyIndex::Clear() noexcept { *this = CKeyIndex(); }
+
+void CKeyIndex::Grow(std::size_t count) {
+  if (count > kMaxCount) throw std::bad_alloc();
+  constexpr std::size_t kFewestSlots = 8;
+  CKeyIndex grown;
+  grown.m_slotCount = std::max(std::bit_ceil(count * 2), kFewestSlots);
+  grown.m_slots = std::make_unique<Slot[]>(grown.m_slotCount);
+  grown.m_room = grown.m_slotCount / 2;
+  grown.m_shift = 32 - static_cast<std::uint32_t>(std::countr_zero(grown.m_slotCount));
+  grown.m_salt = m_slotCount == 0 ? GetSalt() : m_salt;
+  grown.m_count = m_count;
+  for (std::size_t from = 0; from < m_slotCount; ++from) {
+    if (m_slots[from].Position == kAbsent) continue;
+    std::size_t to = grown.HomeOf(m_slots[from].Hash);
+    while (grown.m_slots[to].Position != kAbsent) to = grown.NextOf(to);
+    grown.m_slots[to] = m_slots[from];
+  }
+  *this = std::move(grown);
 }
 
 std::vector<std::uint32_t> OrderByBucket(std::vector<BucketSlot> slots, std::uint32_t buckets) {

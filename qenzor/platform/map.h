@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "qenzor/platform/key_index.h"
+#include "qenzor/platform/prefetch.h"
 
 namespace qenzor {
 
@@ -19,7 +20,7 @@ namespace qenzor {
 ///
 /// The map owns its values. Pointers to values and entry positions are good until a key is added or
 /// removed. It can be moved but not copied; a moved-from map is empty. Whatever throws (for want of
-/// memory, or std::length_error beyond 2^32 - 2 entries) leaves the map as it was.
+/// memory, or std::length_error beyond 2^30 entries) leaves the map as it was.
 template <class K, class V>
 class CMap {
   static_assert(std::is_same_v<K, std::uint64_t>, "the order is defined for 64-bit keys");
@@ -32,6 +33,10 @@ class CMap {
     V Value;
   };
 
+  struct Ignore {
+    void operator()(K /*key*/) const noexcept {}
+  };
+
   /// `buckets` is not 0.
   explicit CMap(std::uint32_t buckets) noexcept : m_buckets(buckets) {}
 
@@ -39,20 +44,23 @@ class CMap {
 
   /// The key's value, or null.
   V* Find(K key) noexcept {
-    const std::uint32_t position = m_index.Find(key);
+    const std::uint32_t position = m_index.Find(key, KeyAt());
     return position == CKeyIndex::kAbsent ? nullptr : &m_entries[position].Value;
   }
   const V* Find(K key) const noexcept {
-    const std::uint32_t position = m_index.Find(key);
+    const std::uint32_t position = m_index.Find(key, KeyAt());
     return position == CKeyIndex::kAbsent ? nullptr : &m_entries[position].Value;
   }
+
+  /// Says that the key will be asked for or stored soon; a hint.
+  void PrefetchKey(K key) const noexcept { m_index.PrefetchKey(key); }
 
   /// Stores the value. True if the key is new and was added as the most recent; false if it was
   /// there: it keeps its place, and the old value is destroyed.
   bool Set(K key, V value) {
     MakeRoomForOne();
     const std::uint32_t position =
-        m_index.FindOrAdd(key, static_cast<std::uint32_t>(m_entries.size()));
+        m_index.FindOrAdd(key, static_cast<std::uint32_t>(m_entries.size()), KeyAt());
     if (position == CKeyIndex::kAbsent) {
       m_entries.push_back(Entry{key, std::move(value)});
       return true;
@@ -64,7 +72,7 @@ class CMap {
   /// Takes the key out; its value, or nothing. Added again, the key is the most recent one.
   /// Constant time on average over many removals.
   std::optional<V> Remove(K key) noexcept {
-    const std::uint32_t position = m_index.Remove(key);
+    const std::uint32_t position = m_index.Remove(key, KeyAt());
     if (position == CKeyIndex::kAbsent) {
       return std::nullopt;
     }
@@ -95,7 +103,7 @@ class CMap {
     slots.reserve(GetCount());
     for (std::uint32_t at = 0; at < m_entries.size(); ++at) {
       const K key = m_entries[at].Key;
-      if (!gaps || m_index.Find(key) == at) {
+      if (!gaps || m_index.Holds(key, at)) {
         slots.push_back({BucketOfKey(key, m_buckets), at});
       }
     }
@@ -107,24 +115,40 @@ class CMap {
   const Entry& At(std::uint32_t position) const noexcept { return m_entries[position]; }
 
   /// Calls `visit(key, value)` for every entry in the map's order. `visit` must neither add nor
-  /// remove keys.
-  template <class Visit>
-  void ForEachOrdered(Visit visit) {
-    for (const std::uint32_t position : WalkOrder()) {
-      visit(std::as_const(m_entries[position].Key), m_entries[position].Value);
+  /// remove keys. `ahead(key)` hears of each key some entries before its turn.
+  template <class Visit, class Ahead = Ignore>
+  void ForEachOrdered(Visit visit, Ahead ahead = {}) const {
+    // The order jumps about in memory. What comes up soon is asked for now: first the entry, then
+    // what its value points to.
+    constexpr std::size_t kAhead = 8;
+    const std::vector<std::uint32_t> order = WalkOrder();
+    for (std::size_t i = 0; i < order.size(); ++i) {
+      if (i + 2 * kAhead < order.size()) Prefetch(&m_entries[order[i + 2 * kAhead]]);
+      if (i + kAhead < order.size()) {
+        const Entry& next = m_entries[order[i + kAhead]];
+        PrefetchPointee(next.Value);
+        ahead(next.Key);
+      }
+      visit(m_entries[order[i]].Key, m_entries[order[i]].Value);
     }
   }
+  /// The same in the order of addition, which is quicker.
   template <class Visit>
-  void ForEachOrdered(Visit visit) const {
-    for (const std::uint32_t position : WalkOrder()) {
-      visit(m_entries[position].Key, m_entries[position].Value);
-    }
+  void ForEach(Visit visit) const {
+    const bool gaps = m_entries.size() != GetCount();
+    for (std::uint32_t at = 0; at < m_entries.size(); ++at)
+      if (!gaps || m_index.Holds(m_entries[at].Key, at))
+        visit(m_entries[at].Key, m_entries[at].Value);
   }
 
  private:
+  auto KeyAt() const noexcept {
+    return [this](std::uint32_t position) { return m_entries[position].Key; };
+  }
+
   // Room first: once the index knows the key, nothing may fail any more.
   void MakeRoomForOne() {
-    constexpr std::size_t kMaxEntries = CKeyIndex::kAbsent;
+    constexpr std::size_t kMaxEntries = CKeyIndex::kMaxCount;
     constexpr std::size_t kFirstRoom = 4;
     const std::size_t size = m_entries.size();
     if (size == kMaxEntries) {
@@ -133,6 +157,7 @@ class CMap {
     if (size == m_entries.capacity()) {
       m_entries.reserve(std::clamp(size * 2, kFirstRoom, kMaxEntries));
     }
+    m_index.Reserve(GetCount() + 1);
   }
 
   // An entry whose key the index files elsewhere, or not at all, has been removed. Its place stays

@@ -21,8 +21,8 @@ void CChunkSetMapTextConverter<std::uint64_t, T>::ConvertDataToString(CStdioFile
                                                                       std::uint32_t level) {
   auto* set = class_cast<CChunkSetMap<std::uint64_t, T>>(chunk);
   if (set == nullptr) return;
-  for (T elem : set->GetElems())
-    this->ConvertChunkToString(file, this->GetElemTagName(elem), elem, level);
+  set->ForEachElem(
+      [&](T elem) { this->ConvertChunkToString(file, this->GetElemTagName(elem), elem, level); });
 }
 
 template <class SetBase, class... Elements>

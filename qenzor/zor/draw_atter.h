@@ -16,6 +16,9 @@ struct QENZOR_EXPORT DrawAtterData {
   std::uint64_t ZId = 0;
   typename Form::template Slot<CDrawInfoIdxSet> DrawInfoIdxSet;
 
+  /// What a keyed set files it under.
+  std::uint64_t GetKey() const noexcept { return ZId; }
+
   static constexpr auto Fields() {
     return std::tuple{field("ZId", &DrawAtterData::ZId),
                       slot<CDrawInfoIdxSet>("DrawInfoIdxSet", &DrawAtterData::DrawInfoIdxSet)};

@@ -17,11 +17,11 @@ template class CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>;
 template class CSetConverterOf<CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>, CDrawAtter>;
 
 void CDrawAtterSet::AddElem(std::uint32_t /*index*/, CDrawAtter* elem) {
-  if (elem != nullptr) m_elems.Set(elem->ZId, std::unique_ptr<CDrawAtter>(elem));
+  if (elem != nullptr) m_elems.Set(elem->GetKey(), std::unique_ptr<CDrawAtter>(elem));
 }
 
 void CDrawAtterSetEdit::AddElem(CDrawAtterEdit* elem) {
-  if (elem != nullptr) m_elems.Set(elem->ZId, std::unique_ptr<CDrawAtterEdit>(elem));
+  if (elem != nullptr) m_elems.Set(elem->GetKey(), std::unique_ptr<CDrawAtterEdit>(elem));
 }
 
 }  // namespace qenzor

@@ -209,7 +209,7 @@ TEST(Map, PositionsOfTheWalkLeadToTheEntries) {
     ++walked;
   }
   EXPECT_EQ(walked, 100U);
-  map.ForEachOrdered([](Key key, int& value) { EXPECT_EQ(value -= 1000, static_cast<int>(key)); });
+  map.ForEachOrdered([](Key key, int value) { EXPECT_EQ(value - 1000, static_cast<int>(key)); });
 }
 
 // On both sides of the size where the walk changes from sorting to counting.
@@ -337,28 +337,72 @@ TEST(Map, TakesNoMemoryBeforeTheFirstKey) {
   EXPECT_TRUE(absent);
 }
 
+TEST(Map, IsWalkedInTheOrderOfAdditionToo) {
+  NumberMap map(kFewBuckets);
+  for (const Key key : {5, 3, 9, 7}) map.Set(key, 1);
+  map.Set(3, 2);
+  map.Remove(9);
+  Keys keys;
+  map.ForEach([&](Key key, int value) {
+    keys.push_back(key);
+    EXPECT_EQ(value, key == 3 ? 2 : 1);
+  });
+  EXPECT_EQ(keys, (Keys{5, 3, 7}));
+}
+
 TEST(KeyIndex, RelocatesOnlyFromTheRightPosition) {
+  const auto key_at = [](std::uint32_t) { return Key{1}; };
   CKeyIndex index;
   EXPECT_FALSE(index.Relocate(1, 0, 2));
-  EXPECT_EQ(index.FindOrAdd(1, 5), CKeyIndex::kAbsent);
-  EXPECT_EQ(index.FindOrAdd(1, 6), 5U);
+  index.Reserve(1);
+  EXPECT_EQ(index.FindOrAdd(1, 5, key_at), CKeyIndex::kAbsent);
+  EXPECT_EQ(index.FindOrAdd(1, 6, key_at), 5U);
   EXPECT_FALSE(index.Relocate(1, 6, 2));
   EXPECT_FALSE(index.Relocate(9, 5, 2));
+  EXPECT_TRUE(index.Holds(1, 5));
   EXPECT_TRUE(index.Relocate(1, 5, 2));
-  EXPECT_EQ(index.Find(1), 2U);
-  EXPECT_EQ(index.Remove(1), 2U);
-  EXPECT_EQ(index.Remove(1), CKeyIndex::kAbsent);
+  EXPECT_FALSE(index.Holds(1, 5));
+  EXPECT_EQ(index.Find(1, key_at), 2U);
+  EXPECT_EQ(index.Remove(1, key_at), 2U);
+  EXPECT_EQ(index.Remove(1, key_at), CKeyIndex::kAbsent);
   EXPECT_EQ(index.GetCount(), 0U);
 }
 
 TEST(KeyIndex, KeysThatDifferInFewBitsAllFindTheirPosition) {
+  for (const std::uint32_t shift : {0U, 20U, 44U}) {
+    const auto key_at = [shift](std::uint32_t position) { return Key{position} << shift; };
+    CKeyIndex index;
+    for (std::uint32_t i = 0; i < 200000; ++i) {
+      index.Reserve(i + 1);
+      ASSERT_EQ(index.FindOrAdd(key_at(i), i, key_at), CKeyIndex::kAbsent);
+    }
+    for (std::uint32_t i = 0; i < 200000; ++i) ASSERT_EQ(index.Find(key_at(i), key_at), i);
+  }
+}
+
+TEST(KeyIndex, KeysThatStayAreFoundWhileOthersGo) {
+  const auto key_at = [](std::uint32_t position) { return Key{position} * 3; };
   CKeyIndex index;
-  for (std::uint32_t i = 0; i < 200000; ++i) {
-    ASSERT_EQ(index.FindOrAdd(Key{i} << 44U, i), CKeyIndex::kAbsent);
+  index.Reserve(5000);
+  for (std::uint32_t i = 0; i < 5000; ++i) index.FindOrAdd(key_at(i), i, key_at);
+  for (std::uint32_t gone = 0; gone < 5000; gone += 2) {
+    ASSERT_EQ(index.Remove(key_at(gone), key_at), gone);
+    ASSERT_EQ(index.Find(key_at(gone), key_at), CKeyIndex::kAbsent);
+    ASSERT_EQ(index.Find(key_at(gone + 1), key_at), gone + 1);
   }
-  for (std::uint32_t i = 0; i < 200000; ++i) {
-    ASSERT_EQ(index.Find(Key{i} << 44U), i);
-  }
+  for (std::uint32_t i = 0; i < 5000; ++i)
+    ASSERT_EQ(index.Find(key_at(i), key_at), i % 2 == 0 ? CKeyIndex::kAbsent : i);
+}
+
+TEST(KeyIndex, GivesOnlyItsMemoryAwayWhenMoved) {
+  const auto key_at = [](std::uint32_t position) { return Key{position}; };
+  CKeyIndex index;
+  index.Reserve(1);
+  index.FindOrAdd(7, 7, key_at);
+  CKeyIndex other = std::move(index);
+  EXPECT_EQ(other.Find(7, key_at), 7U);
+  EXPECT_EQ(index.GetCount(), 0U);  // NOLINT(bugprone-use-after-move): that is the point
+  EXPECT_EQ(index.Find(7, key_at), CKeyIndex::kAbsent);
 }
 
 }  // namespace
