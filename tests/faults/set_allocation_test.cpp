@@ -1,7 +1,10 @@
-// The keyed set, while memory runs out at every allocation in turn.
+// Sets and the factory of edit objects, while memory runs out at every allocation in turn.
 
 #include <gtest/gtest.h>
 
+#include "qenzor/edit/chunk_edit_factory.h"
+#include "qenzor/qen/line_obj.h"
+#include "qenzor/qen/obj_set.h"
 #include "qenzor/zor/draw_atter_set.h"
 #include "tests/support/allocation_faults.h"
 #include "tests/support/bytes.h"
@@ -85,6 +88,37 @@ TEST_F(DrawAtterSetAllocation, GivingItAnElementThrowsAndDestroysTheElement) {
         return true;
       },
       [](bool) {});
+}
+
+TEST(ObjSetAllocation, GivingItAnElementThrowsAndDestroysTheElement) {
+  ExpectSurvivesFaults(
+      OnFault::kThrows,
+      [] {
+        CObjSet set;
+        for (int i = 0; i < 40; ++i) set.SubChunkSet(0, new CLineObj);
+        return true;
+      },
+      [](bool) {});
+  ExpectSurvivesFaults(
+      OnFault::kThrows,
+      [] {
+        CObjSetEdit set;
+        for (int i = 0; i < 20; ++i) set.SetSubChunkEdit(new CLineObjEdit);
+        for (std::uint32_t i = 0; i < 20; ++i) set.AddElem(i, new CLineObjEdit);
+        return true;
+      },
+      [](bool) {});
+}
+
+TEST(EditFactoryAllocation, AnEditObjectForAConverterIsNull) {
+  CLineObjTextConverter converter;
+  ExpectSurvivesFaults(
+      OnFault::kGivesNothing,
+      [&] {
+        return std::unique_ptr<CAbstractChunkEdit>(
+            CChunkEditFactory::CreateInitInstance(&converter));
+      },
+      [](const auto& edit) { EXPECT_NE(dynamic_cast<CLineObjEdit*>(edit.get()), nullptr); });
 }
 
 }  // namespace
