@@ -1,4 +1,7 @@
+#include <algorithm>
+#include <iterator>
 #include <optional>
+#include <vector>
 
 #include "commands.h"
 #include "documents.h"
@@ -34,36 +37,44 @@ void CheckXml(const Input& input, BinaryKind kind, FileReport& report) {
   });
 }
 
-/// Compares the z-ids that a map's objects have with those that draw attributes draw.
-void CompareZIds(const CheckResult& map, const std::string& map_name, const CheckResult& drawing,
+/// One warning for each z-id that stands here and not there.
+void FindMissing(const CheckResult& here, const CheckResult& there, const std::string& what,
                  FileReport& report) {
-  for (const auto& [z_id, place] : map.ZIds)
-    if (!drawing.ZIds.contains(z_id))
+  for (const auto& [z_id, place] : here.ZIds)
+    if (!there.ZIds.contains(z_id))
       report.Findings.push_back(
-          {false, place.Offset, place.Path,
-           "z-id " + std::to_string(z_id) + " of " + map_name + " has no draw attribute"});
-  for (const auto& [z_id, place] : drawing.ZIds)
-    if (!map.ZIds.contains(z_id))
-      report.Findings.push_back(
-          {false, place.Offset, place.Path,
-           "z-id " + std::to_string(z_id) + " stands nowhere in " + map_name});
+          {false, place.Offset, place.Path, "z-id " + std::to_string(z_id) + what});
 }
 
-FileReport CheckFile(const std::string& path, const Options& options) {
+/// Compares the z-ids that draw attributes draw with those of the map's objects; what the map's are
+/// missing is reported of the map, with the errors that keep it from being read.
+FileReport CompareZIds(const CheckResult& drawing, const Options& options, FileReport& report) {
+  const Input input = ReadInput(options.Map);
+  const CheckResult map = CheckBytes(input.Bytes, BinaryKind::kQen);
+  FileReport map_report{input.Name, "Qen", {}, {}};
+  std::ranges::copy_if(map.Findings, std::back_inserter(map_report.Findings), &Finding::IsError);
+  FindMissing(map, drawing, " has no draw attribute in " + report.Name, map_report);
+  FindMissing(drawing, map, " stands nowhere in " + input.Name, report);
+  return map_report;
+}
+
+/// Checks one file, and the map that it is compared with.
+std::vector<FileReport> CheckFile(const std::string& path, const Options& options) {
   const Input input = ReadInput(path);
   const DocumentKind found = FindKind(input, options.Kind);
-  FileReport report{input.Name, found.Kind == BinaryKind::kQen ? "Qen" : "Zor", {}, {}};
+  std::vector<FileReport> reports{
+      {input.Name, found.Kind == BinaryKind::kQen ? "Qen" : "Zor", {}, {}}};
   if (found.IsXml) {
-    CheckXml(input, found.Kind, report);
-    return report;
+    CheckXml(input, found.Kind, reports.front());
+    return reports;
   }
   CheckResult result = CheckBytes(input.Bytes, found.Kind);
-  report.Findings = std::move(result.Findings);
+  reports.front().Findings = std::move(result.Findings);
   if (!options.Map.empty() && found.Kind == BinaryKind::kZor) {
-    const Input map = ReadInput(options.Map);
-    CompareZIds(CheckBytes(map.Bytes, BinaryKind::kQen), map.Name, result, report);
+    FileReport map_report = CompareZIds(result, options, reports.front());
+    if (!map_report.Findings.empty()) reports.push_back(std::move(map_report));
   }
-  return report;
+  return reports;
 }
 
 Json ReportJson(const FileReport& report) {
@@ -109,12 +120,13 @@ int RunCheck(const Options& options) {
     CProgress progress(options.Quiet);
     for (const std::string& path : options.Files) {
       progress.Stage("checking " + path);
-      const FileReport report = CheckFile(path, options);
-      failed = failed || HasError(report) || (options.Strict && !report.Findings.empty());
-      if (options.Json)
-        json.push_back(ReportJson(report));
-      else
-        text += ReportText(report);
+      for (const FileReport& report : CheckFile(path, options)) {
+        failed = failed || HasError(report) || (options.Strict && !report.Findings.empty());
+        if (options.Json)
+          json.push_back(ReportJson(report));
+        else
+          text += ReportText(report);
+      }
     }
   }
   if (options.Json)

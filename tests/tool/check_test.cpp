@@ -126,4 +126,63 @@ TEST_F(Check, JsonHoldsTheSame) {
   EXPECT_NE(out.find("\"offset\": 42"), std::string::npos) << out;
 }
 
+TEST_F(Check, ZIdsOfAMapAreComparedWithThoseThatAreDrawn) {
+  const std::string z_id = Chunk(21, Little(7, 8)) + Chunk(21, Little(8, 8));
+  const std::string layer = Chunk(7, Little(1, 2) + Chunk(20, Little(2, 4) + z_id));
+  Save("map", MapOf(Chunk(8, Little(1, 4) + layer)));
+  const std::string atters = Chunk(3, Little(8, 8)) + Chunk(3, Little(9, 8));
+  Save("drawing", DrawingOf(Chunk(2, Little(2, 4) + atters)));
+  const auto [status, out] = Run("--kind zor --map map drawing");
+  EXPECT_EQ(out,
+            "drawing: byte 63: warning: DrawAtterSet/DrawAtter[1]: z-id 9 stands nowhere in map\n"
+            "map: byte 114: warning: MeshSegmentSet/MeshSegment[0]/LayerSet/LayerData[0]/"
+            "ZIdObjSet/ZIdObj[0]: z-id 7 has no draw attribute in drawing\n");
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(Run("--kind zor --strict --map map drawing").first, 1);
+}
+
+TEST_F(Check, XmlIsReportedByLineAndColumn) {
+  Save("a.xml", "<Qen>\n  <QenMapData>\n</Qen>\n");
+  const auto [status, out] = Run("a.xml");
+  EXPECT_EQ(status, 1);
+  EXPECT_EQ(out.rfind("a.xml: line ", 0), 0U) << out;
+  EXPECT_NE(out.find(": error: "), std::string::npos) << out;
+  Save("b.xml", "<Qen><QenMapData></QenMapData></Qen>");
+  EXPECT_EQ(Run("b.xml"), (std::pair<int, std::string>(0, "b.xml: nothing found\n")));
+}
+
+TEST_F(Check, XmlThatCannotBeStoredIsAnErrorThatNamesTheObject) {
+  Save("a.xml",
+       "<Zor><ZorDrawData><DrawInfoSet><PolyBmpBrushDrawInfo><ComData><BrushFileName>" +
+           std::string(32, 'x') +
+           "</BrushFileName></ComData></PolyBmpBrushDrawInfo></DrawInfoSet></ZorDrawData></Zor>");
+  const auto [status, out] = Run("a.xml");
+  EXPECT_EQ(status, 1);
+  EXPECT_NE(out.find("PolyBmpBrushDrawInfo[0]"), std::string::npos) << out;
+  EXPECT_NE(out.find("BrushFileName"), std::string::npos) << out;
+}
+
+TEST_F(Check, EveryFileIsCheckedAndOneErrorIsEnoughToFail) {
+  Save("good", MapOf(""));
+  Save("bad", MapOf("").substr(0, 60));
+  const auto [status, out] = Run("--kind qen good bad good");
+  EXPECT_EQ(status, 1);
+  EXPECT_EQ(out.rfind("good: nothing found\nbad: byte ", 0), 0U) << out;
+  EXPECT_NE(out.find("\ngood: nothing found\n"), std::string::npos) << out;
+}
+
+TEST_F(Check, TheOtherCommandsRefuseWithItsFirstError) {
+  Save("f", MapOf("").substr(0, 60));
+  const std::string found = Run("--kind qen f").second;
+  const std::string command =
+      "cd '" + m_folder.string() + "' && '" QENZOR_TOOL "' copy --kind qen f out.qen 2>message";
+  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+  std::ifstream file(m_folder / "message", std::ios::binary);
+  const std::string message{std::istreambuf_iterator<char>(file), {}};
+  EXPECT_FALSE(fs::exists(m_folder / "out.qen"));
+  const std::string reason = found.substr(found.find("error: ") + 7);
+  EXPECT_NE(message.find(reason.substr(0, reason.find('\n'))), std::string::npos) << message;
+  EXPECT_NE(message.find("byte "), std::string::npos) << message;
+}
+
 }  // namespace
