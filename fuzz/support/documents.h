@@ -3,19 +3,14 @@
 // What the document targets do with a document that has been read.
 
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
 #include "qenzor/qen/qen.h"
 #include "qenzor/zor/zor.h"
+#include "support/require.h"
 
 namespace fuzz {
-
-/// Ends the run: a property does not hold.
-inline void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 struct Qen {
   using Document = qenzor::CQen;

@@ -41,9 +41,12 @@ bool WriteInfo(CFile& file, const Info& info) try {
   return false;
 }
 
-/// Reads the whole file into memory and hands its bytes, with room for one more behind them, to
-/// read. False when the file cannot be opened, is longer than 32 bits tell, does not fit into
-/// memory or does not come whole.
+/// Room behind the bytes of a file that was read whole, for whoever must end them with zeros.
+inline constexpr std::size_t kSpareBytes = 4;
+
+/// Reads the whole file into memory and hands its bytes, with the spare ones behind them, to read.
+/// False when the file cannot be opened, is longer than 32 bits tell, does not fit into memory or
+/// does not come whole.
 template <class ReadBytes>
 bool ReadWholeFile(const CString& path, ReadBytes&& read) {
   CFile file;
@@ -51,7 +54,8 @@ bool ReadWholeFile(const CString& path, ReadBytes&& read) {
   const std::uint64_t length = file.GetLength();
   if (length > std::numeric_limits<std::uint32_t>::max()) return false;
   const auto size = static_cast<std::uint32_t>(length);
-  const std::unique_ptr<std::uint8_t[]> bytes(new (std::nothrow) std::uint8_t[length + 1]);
+  const std::unique_ptr<std::uint8_t[]> bytes(new (std::nothrow)
+                                                  std::uint8_t[length + kSpareBytes]);
   if (bytes == nullptr) return false;
   PopulatePages(bytes.get(), size);
   if (file.Read(bytes.get(), size) != size) return false;

@@ -79,6 +79,53 @@ TEST(XmlLimits, QuotedValuesHideNoDepth) {
   EXPECT_TRUE(IsWithinXmlLimits("<Qen>" + Repeat("<e a='>'/>", 300) + "</Qen>"));
 }
 
+// In UTF-8 the parser believes a first byte about its character's length and passes over the '<' of
+// an end tag or over a closing quote, which brings what follows deeper, or into sight.
+TEST(XmlLimits, CharactersThatSwallowMarkupHideNoDepth) {
+  const std::string swallowed_ends = "<Qen>" + Repeat("<a>\xC3</a>", 300) + "</Qen>";
+  const std::string swallowed_quote = "<Qen a=\"\xE3\" b=\">" + Repeat("<e>", 300);
+  for (const char* declaration :
+       {"<?xml version=\"1.0\"?>", "<?xml version='1.0' encoding='utf-8' ?>",
+        "<?XML Encoding=UTF8?>", "\xEF\xBB\xBF"}) {
+    EXPECT_FALSE(IsWithinXmlLimits(declaration + swallowed_ends)) << declaration;
+    EXPECT_FALSE(IsWithinXmlLimits(declaration + swallowed_quote)) << declaration;
+  }
+  for (const char* declaration : {"", "<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>"}) {
+    EXPECT_TRUE(IsWithinXmlLimits(declaration + swallowed_ends)) << declaration;
+    EXPECT_TRUE(IsWithinXmlLimits(declaration + swallowed_quote)) << declaration;
+  }
+}
+
+TEST(XmlLimits, TextThatEndsInsideACharacterIsLeftToTheParser) {
+  for (const char* end : {"\xC3", "\xE3", "\xF0", "\xF0\x9F"})
+    EXPECT_EQ(EditFromXml(std::string("\xEF\xBB\xBF<Qen><a>") + end), nullptr);
+}
+
+TEST(XmlLimits, ADeclarationHidesNoDepth) {
+  const std::string nested = Repeat("<e>", 300);
+  EXPECT_TRUE(IsWithinXmlLimits("<?xml version='>" + nested + "' ?><Qen/>"));
+  EXPECT_FALSE(IsWithinXmlLimits("<?xml revision='>" + nested + "' ?><Qen/>"));
+  EXPECT_FALSE(IsWithinXmlLimits("<?other version='>" + nested + "' ?><Qen/>"));
+  EXPECT_FALSE(IsWithinXmlLimits("<Qen><?xml version='1' ?>" + nested));
+  EXPECT_TRUE(IsWithinXmlLimits("<?xml version ?>" + nested));  // the parser gives up there
+  EXPECT_TRUE(IsWithinXmlLimits("<?xml version='1"));
+  EXPECT_TRUE(IsWithinXmlLimits("<?xml version="));
+  EXPECT_FALSE(IsWithinXmlLimits("<?xml encoding='&#85;TF-8' ?><Qen/>"));
+}
+
+TEST(XmlLimits, NothingIsReadBehindTextOutsideTheRoot) {
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen/> text " + Repeat("<e>", 300)));
+  EXPECT_NE(EditFromXml("<Qen/> text " + Repeat("<e>", 300)), nullptr);
+  EXPECT_FALSE(IsWithinXmlLimits("<Qen/> <!-- --> " + Repeat("<e>", 300)));
+}
+
+TEST(XmlLimits, AnUnquotedValueEndsAtASpaceASlashOrTheTag) {
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen a=" + Repeat("=", 100) + "/>"));
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen>" + Repeat("<e a=b/>", 300) + "</Qen>"));
+  EXPECT_FALSE(IsWithinXmlLimits("<Qen>" + Repeat("<e a=b>", 300)));
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen><e a=b'" + Repeat(">", 300)));
+}
+
 TEST(XmlLimits, AnErrorTellsItsPlaceAndReason) {
   const std::optional<XmlError> nul = FindXmlLimitError(std::string_view("<Qen>\n  \0</Qen>", 15));
   ASSERT_TRUE(nul.has_value());
