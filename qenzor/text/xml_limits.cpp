@@ -22,6 +22,9 @@ bool IsNameStart(char c) { return IsLetter(c) || c == '_'; }
 bool IsNameChar(char c) {
   return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
 }
+bool IsDigit(char c, bool hex) {
+  return (c >= '0' && c <= '9') || (hex && ((c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F')));
+}
 bool StartsWithWord(std::string_view text, std::string_view lower) {
   const auto same = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; };
   return text.size() >= lower.size() && std::equal(lower.begin(), lower.end(), text.begin(),
@@ -137,14 +140,28 @@ class CXmlScanner {
   /// To the next mark that begins a character. Where text is UTF-8 the parser believes every first
   /// byte of a character about its length, and does not see a mark among what follows.
   void SkipCharacters(char mark) {
-    if (m_encoding != Encoding::kUtf8) {
-      m_rest.remove_prefix(std::min(m_rest.find(mark), m_rest.size()));
-      return;
+    const std::size_t plain = std::min(m_rest.find(mark), m_rest.size());
+    if (m_encoding != Encoding::kUtf8 &&
+        m_rest.substr(0, plain).find('&') == std::string_view::npos)
+      return m_rest.remove_prefix(plain);
+    while (!m_rest.empty() && m_rest.front() != mark) {
+      const auto first = static_cast<unsigned char>(m_rest.front());
+      if (m_rest.starts_with("&#") && m_rest.size() > 2)
+        SkipNumericEntity();
+      else
+        m_rest.remove_prefix(
+            m_encoding == Encoding::kUtf8 ? std::min(CharacterLength(first), m_rest.size()) : 1);
     }
-    std::size_t at = 0;
-    while (at < m_rest.size() && m_rest[at] != mark)
-      at += CharacterLength(static_cast<unsigned char>(m_rest[at]));
-    m_rest.remove_prefix(std::min(at, m_rest.size()));
+  }
+  /// The parser looks for the next ';', however far, and reads the digits in front of it back to
+  /// the next 'x' or '#'. It does not see what stands between that and the entity's beginning.
+  void SkipNumericEntity() {
+    const bool is_hex = m_rest[2] == 'x';
+    const std::size_t end = m_rest.find(';', is_hex ? 3 : 2);
+    if (end == std::string_view::npos) return m_rest.remove_prefix(m_rest.size());
+    std::size_t at = end - 1;
+    while (IsDigit(m_rest[at], is_hex)) --at;
+    m_rest.remove_prefix(m_rest[at] == (is_hex ? 'x' : '#') ? end + 1 : m_rest.size());
   }
   static std::size_t CharacterLength(unsigned char first) {
     if (first < 0xC2 || first > 0xF4) return 1;

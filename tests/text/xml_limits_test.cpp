@@ -96,6 +96,19 @@ TEST(XmlLimits, CharactersThatSwallowMarkupHideNoDepth) {
   }
 }
 
+// A numeric entity reaches to the next ';' and is read from there backwards, so that it can begin
+// long before.
+TEST(XmlLimits, EntitiesThatSwallowMarkupHideNoDepth) {
+  EXPECT_FALSE(IsWithinXmlLimits("<Qen>" + Repeat("<a>&#</a>#65;", 300)));
+  EXPECT_FALSE(IsWithinXmlLimits("<Qen>" + Repeat("<a>&#x</a>x4f;", 300)));
+  EXPECT_FALSE(IsWithinXmlLimits("<Qen a='&#' #1;'>" + Repeat("<e>", 300)));
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen>" + Repeat("<a>&#65;&#x4F;&amp;&</a>", 300) + "</Qen>"));
+  // Here the parser gives up.
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen>&#65" + Repeat("<e>", 300)));
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen>&#x4G;" + Repeat("<e>", 300)));
+  EXPECT_TRUE(IsWithinXmlLimits("<Qen>&#4f;" + Repeat("<e>", 300)));
+}
+
 TEST(XmlLimits, TextThatEndsInsideACharacterIsLeftToTheParser) {
   for (const char* end : {"\xC3", "\xE3", "\xF0", "\xF0\x9F"})
     EXPECT_EQ(EditFromXml(std::string("\xEF\xBB\xBF<Qen><a>") + end), nullptr);
