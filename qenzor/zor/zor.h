@@ -27,7 +27,7 @@ class QENZOR_EXPORT CZor : public ZorFileInfo {
 
   /// Reads the file at the path. After a failure in the chunks the document holds the file info and
   /// what was read of the draw data; a file shorter than the file info changes nothing. The root
-  /// chunk's id is taken as it stands.
+  /// chunk's id is taken as it stands. Sets that the document holds and the file does not stay.
   bool Read(const CString& path);
   /// The same from a block of size bytes, and from a file's position on.
   bool Read(const void* data, const std::uint32_t& size);

@@ -1,8 +1,9 @@
 // An object class of the caller's own, over the base of all objects.
 
+#include "qenzor/qen/abstract_obj.h"
+
 #include <gtest/gtest.h>
 
-#include "qenzor/qen/abstract_obj.h"
 #include "qenzor/qen/added_obj_info_set.h"
 #include "qenzor/qen/line_obj.h"
 
