@@ -1,6 +1,7 @@
 // qenzor: reads, copies, converts and checks map-project and draw-data documents.
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <new>
 #include <string>
@@ -14,7 +15,14 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-void Complain(const std::string& what) { std::cerr << "qenzor: " << what << '\n'; }
+/// One line, whatever a file may be called.
+std::string Complaint(std::string what) {
+  std::replace_if(
+      what.begin(), what.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, '?');
+  return "qenzor: " + what + '\n';
+}
+
+void Complain(const std::string& what) { std::cerr << Complaint(what); }
 
 using Command = int (*)(const tool::Options&);
 
@@ -42,6 +50,9 @@ int main(int argc, char** argv) try {
   app.name("qenzor");
   app.set_version_flag("--version", "qenzor " QENZOR_VERSION);
   app.require_subcommand(1);
+  app.failure_message([](const CLI::App* /*app*/, const CLI::Error& error) {
+    return Complaint(std::string(error.what()) + " (qenzor --help tells more)");
+  });
 
   CLI::App* copy = AddCommand(app, options, "copy", "Read a document and write it again",
                               &tool::RunCopy, chosen);
@@ -70,7 +81,10 @@ int main(int argc, char** argv) try {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kWrongUsage;
+    if (app.exit(error) != 0) return kWrongUsage;
+    if (std::cout.flush()) return 0;
+    Complain("standard output cannot be written");
+    return kFailed;
   }
   tool::WatchSignals();
   try {

@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -228,6 +229,23 @@ TEST_F(Tool, WrongUsageEndsWithTwoAndHelpWithZero) {
     EXPECT_NE(outcome.Out, "") << arguments;
     EXPECT_EQ(outcome.Err, "") << arguments;
   }
+}
+
+TEST_F(Tool, EveryComplaintIsOneLine) {
+  const std::string name = "\"$(printf 'no\\nsuch\\nfile')\"";
+  for (const std::string& arguments :
+       {"info " + name, "copy " + name + " b", std::string("nothing"), std::string("copy a")}) {
+    const Outcome outcome = Run(arguments);
+    EXPECT_NE(outcome.Status, 0) << arguments;
+    EXPECT_EQ(std::count(outcome.Err.begin(), outcome.Err.end(), '\n'), 1) << outcome.Err;
+    EXPECT_EQ(outcome.Err.rfind("qenzor: ", 0), 0U) << outcome.Err;
+  }
+}
+
+TEST_F(Tool, HelpThatCannotBeWrittenIsAFailure) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP() << "no /dev/full here";
+  const int status = std::system("'" QENZOR_TOOL "' --help >/dev/full 2>/dev/null");
+  EXPECT_EQ(WEXITSTATUS(status), 1);
 }
 
 }  // namespace
