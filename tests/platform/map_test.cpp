@@ -339,7 +339,7 @@ TEST(Map, TakesNoMemoryBeforeTheFirstKey) {
 
 TEST(Map, IsWalkedInTheOrderOfAdditionToo) {
   NumberMap map(kFewBuckets);
-  for (const Key key : {5, 3, 9, 7}) map.Set(key, 1);
+  for (const Key key : Keys{5, 3, 9, 7}) map.Set(key, 1);
   map.Set(3, 2);
   map.Remove(9);
   Keys keys;
