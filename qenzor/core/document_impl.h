@@ -9,6 +9,7 @@
 #include "qenzor/core/block.h"
 #include "qenzor/core/fields.h"
 #include "qenzor/core/source.h"
+#include "qenzor/platform/mapped_file.h"
 #include "qenzor/platform/slab.h"
 
 namespace qenzor {
@@ -60,6 +61,14 @@ bool ReadWholeFile(const CString& path, ReadBytes&& read) {
   PopulatePages(bytes.get(), size);
   if (file.Read(bytes.get(), size) != size) return false;
   return read(bytes.get(), size);
+}
+
+/// The same for bytes that are only read, without a copy where the system allows that.
+template <class ReadBytes>
+bool ReadFileBytes(const CString& path, ReadBytes&& read) {
+  const CMappedFile mapped(path);
+  if (mapped.GetBytes() != nullptr) return read(mapped.GetBytes(), mapped.GetSize());
+  return ReadWholeFile(path, read);
 }
 
 /// Creates the file and lets write fill it; true when all of it has reached the file.

@@ -24,7 +24,7 @@ void CQen::DeepCopy(CQen* source) {
 }
 
 bool CQen::Read(const CString& path) {
-  return ReadWholeFile(path,
+  return ReadFileBytes(path,
                        [this](const void* data, std::uint32_t size) { return Read(data, size); });
 }
 
