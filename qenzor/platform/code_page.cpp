@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -43,7 +42,7 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  bool IsOpen() const noexcept { return std::bit_cast<std::intptr_t>(m_handle) != -1; }
+  bool IsOpen() const noexcept { return reinterpret_cast<std::intptr_t>(m_handle) != -1; }
 
   /// The number of bytes that the whole of `from` became in `to`; 0 if it is no one character.
   std::size_t Convert(std::string_view from, std::array<char, 2>& to) const noexcept {
