@@ -9,7 +9,7 @@
 #include "qenzor/core/block.h"
 #include "qenzor/core/fields.h"
 #include "qenzor/core/source.h"
-#include "qenzor/platform/mapped_file.h"
+#include "qenzor/platform/file_bytes.h"
 #include "qenzor/platform/slab.h"
 
 namespace qenzor {
@@ -66,8 +66,8 @@ bool ReadWholeFile(const CString& path, ReadBytes&& read) {
 /// The same for bytes that are only read, without a copy where the system allows that.
 template <class ReadBytes>
 bool ReadFileBytes(const CString& path, ReadBytes&& read) {
-  const CMappedFile mapped(path);
-  if (mapped.GetBytes() != nullptr) return read(mapped.GetBytes(), mapped.GetSize());
+  const CFileBytes file(path);
+  if (file.GetBytes() != nullptr) return read(file.GetBytes(), file.GetSize());
   return ReadWholeFile(path, read);
 }
 

@@ -42,6 +42,8 @@ constexpr std::size_t kMinSlabSize = std::size_t{64} * 1024;
 constexpr std::size_t kSegmentSize = kMinSlabSize;
 constexpr std::align_val_t kSlabAlignment{kSegmentSize};
 constexpr std::size_t kShareOfLive = 4;
+/// Slabs of the largest size that are kept when they are empty.
+constexpr std::size_t kMaxKept = 64;
 
 // An allocator's state outlives every call; this is all of it.
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
@@ -63,13 +65,15 @@ struct alignas(kAlignment) SlabHeader {
 };
 constexpr std::int64_t kOpen = std::int64_t{1} << 40;
 
-/// Empty slabs of the largest size. A program that opens one document after another would else
+/// Empty slabs of one size. A program that opens one document after another would else
 /// spend most of its time on having the system clear the same memory again and again.
 class CSlabPool {
  public:
+  explicit constexpr CSlabPool(std::size_t most) noexcept : m_most(most) {}
+
   bool Keep(void* slab) noexcept {
     const std::lock_guard lock(m_mutex);
-    if (m_count == m_slabs.size()) return false;
+    if (m_count == m_most) return false;
     m_slabs[m_count++] = slab;
     return true;
   }
@@ -80,26 +84,32 @@ class CSlabPool {
   }
 
  private:
-  static constexpr std::size_t kMaxKept = 64;
-
   std::mutex m_mutex;
   std::array<void*, kMaxKept> m_slabs{};
+  std::size_t m_most;
   std::size_t m_count = 0;
 };
 
-/// Never destroyed: objects may outlive every destructor of this library.
-constinit CSlabPool g_pool;
+// Never destroyed: objects may outlive every destructor of this library. Of the smallest slabs a
+// thread that reads small documents needs two, in turn.
+constinit CSlabPool g_smallest{2};
+constinit CSlabPool g_largest{kMaxKept};
+
+CSlabPool* PoolOf(std::size_t size) noexcept {
+  return size == kMinSlabSize ? &g_smallest : size == kMaxSlabSize ? &g_largest : nullptr;
+}
 
 void* AllocateSlab(std::size_t size) noexcept {
-  if (size == kMaxSlabSize)
-    if (void* kept = g_pool.Take(); kept != nullptr) return kept;
+  CSlabPool* pool = PoolOf(size);
+  if (void* kept = pool == nullptr ? nullptr : pool->Take(); kept != nullptr) return kept;
   void* memory = ::operator new(size, kSlabAlignment, std::nothrow);
   if (memory != nullptr && size == kMaxSlabSize) PopulatePages(memory, size);
   return memory;
 }
 
 void FreeSlab(void* slab, std::size_t size) noexcept {
-  if (size != kMaxSlabSize || !g_pool.Keep(slab)) ::operator delete(slab, kSlabAlignment);
+  CSlabPool* pool = PoolOf(size);
+  if (pool == nullptr || !pool->Keep(slab)) ::operator delete(slab, kSlabAlignment);
 }
 
 SlabHeader* MakeSlab() noexcept {

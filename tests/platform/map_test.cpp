@@ -43,7 +43,11 @@ void* operator new[](std::size_t size) { return Allocate(size); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   return g_allocations_left < 0 ? std::malloc(size) : nullptr;
 }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  return g_allocations_left < 0 ? std::malloc(size) : nullptr;
+}
 void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+void operator delete[](void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }

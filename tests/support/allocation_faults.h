@@ -22,55 +22,66 @@ enum class OnFault { kGivesNothing, kThrows };
 /// get at. A leak detector is not told of the latter.
 enum class Leaks { kNone, kOfParser };
 
-/// Small objects come from slabs. This gives the open slab up and opens a new one, so that a slab
-/// lives on only if something in it does.
-inline void RenewSlab() {
-  static bool s_hasSlabs = true;  // not so under a sanitizer
-  if (!s_hasSlabs) return;
-  constexpr std::size_t kBlock = 4096;
-  constexpr std::size_t kMostBlocks = 2 * 1024 * 1024 / kBlock + 1;
+// Small objects come from slabs, of which the library keeps a few when they are empty.
+
+inline constexpr std::size_t kSlabBlock = 4096;
+
+/// Takes blocks until so many slabs had to be made anew: those that were kept are then in use, and
+/// the first of the blocks is the first of the open slab. No blocks where there are no slabs, as
+/// under a sanitizer.
+inline std::vector<void*> TakeSlabs(long count) {
+  static bool s_hasSlabs = true;
+  constexpr std::size_t kMostBlocks = 2 * 1024 * 1024 / kSlabBlock + 1;
   std::vector<void*> blocks;
+  if (!s_hasSlabs) return blocks;
   blocks.reserve(kMostBlocks);
   const long slabs = ProgramAllocations().Slabs;
-  while (blocks.size() < kMostBlocks && ProgramAllocations().Slabs == slabs)
-    blocks.push_back(AllocateBlock(kBlock));
-  s_hasSlabs = ProgramAllocations().Slabs != slabs;
-  for (void* block : blocks) FreeBlock(block, kBlock);
+  while (blocks.size() < kMostBlocks && ProgramAllocations().Slabs < slabs + count)
+    blocks.push_back(AllocateBlock(kSlabBlock));
+  s_hasSlabs = ProgramAllocations().Slabs == slabs + count;
+  return blocks;
 }
 
-/// Fills the open slab but for so many units of 16 bytes.
+inline void GiveBack(const std::vector<void*>& blocks) {
+  for (void* block : blocks) FreeBlock(block, kSlabBlock);
+}
+
+/// Gives the open slab up and opens a new one, so that a slab lives on only if something in it
+/// does; as many as can be are kept afterwards.
+inline void RenewSlab() {
+  constexpr long kMoreThanAreKept = 4;
+  GiveBack(TakeSlabs(kMoreThanAreKept));
+}
+
+/// Fills the open slab but for so many units of 16 bytes, and keeps no other.
 class FullSlab {
  public:
   explicit FullSlab(std::size_t units_left) {
     static const std::size_t s_units = CountUnits();
-    RenewSlab();
-    m_blocks.reserve(s_units);
-    // The block that opened the slab has taken its own room.
-    for (std::size_t i = kFirstBlock / kUnit; i + units_left < s_units; ++i)
-      m_blocks.push_back(AllocateBlock(kUnit));
+    m_blocks = TakeSlabs(1);
+    m_blocks.reserve(m_blocks.size() + s_units);
+    for (std::size_t i = 0; i + units_left < s_units; ++i) m_blocks.push_back(AllocateBlock(kUnit));
   }
-  ~FullSlab() {
-    for (void* block : m_blocks) FreeBlock(block, kUnit);
-  }
+  ~FullSlab() { GiveBack(m_blocks); }
   FullSlab(const FullSlab&) = delete;
   FullSlab& operator=(const FullSlab&) = delete;
 
  private:
   static constexpr std::size_t kUnit = 16;
-  static constexpr std::size_t kFirstBlock = 4096;
 
-  /// The units of a new slab; 0 where there are no slabs.
+  /// The units of a new slab behind its first block; 0 where there are no slabs.
   static std::size_t CountUnits() {
-    RenewSlab();
     constexpr std::size_t kMost = 2 * 1024 * 1024 / kUnit;
-    std::vector<void*> blocks;
-    blocks.reserve(kMost);
+    std::vector<void*> units;
+    units.reserve(kMost);
+    const std::vector<void*> blocks = TakeSlabs(1);
     const long slabs = ProgramAllocations().Slabs;
-    while (blocks.size() < kMost && ProgramAllocations().Slabs == slabs)
-      blocks.push_back(AllocateBlock(kUnit));
-    const std::size_t units = blocks.size() == kMost ? 0 : blocks.size() - 1;
-    for (void* block : blocks) FreeBlock(block, kUnit);
-    return units == 0 ? 0 : units + kFirstBlock / kUnit;
+    while (!blocks.empty() && units.size() < kMost && ProgramAllocations().Slabs == slabs)
+      units.push_back(AllocateBlock(kUnit));
+    const std::size_t count = units.empty() ? 0 : units.size() - 1;
+    GiveBack(units);
+    GiveBack(blocks);
+    return count;
   }
 
   std::vector<void*> m_blocks;

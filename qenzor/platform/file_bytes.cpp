@@ -13,8 +13,9 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <utility>
 
-#include "qenzor/platform/mapped_file.h"
+#include "qenzor/platform/file_bytes.h"
 
 namespace qenzor {
 
@@ -23,15 +24,15 @@ namespace qenzor {
 namespace {
 
 /// Below this a mapping saves nothing.
-constexpr std::uint32_t kMinSize = 1024 * 1024;
+constexpr std::uint32_t kMinMapped = 1024 * 1024;
 
-/// The size of the file, or 0 where it is not to be mapped.
-std::uint32_t SizeToMap(int file) noexcept {
+/// The size of a plain file; 0 for any other, and beyond 32 bits.
+std::uint32_t SizeOf(int file) noexcept {
   struct stat status {};
   if (file < 0 || ::fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) return 0;
-  const bool fits =
-      status.st_size >= kMinSize && status.st_size <= std::numeric_limits<std::uint32_t>::max();
-  return fits ? static_cast<std::uint32_t>(status.st_size) : 0;
+  return status.st_size <= std::numeric_limits<std::uint32_t>::max()
+             ? static_cast<std::uint32_t>(status.st_size)
+             : 0;
 }
 
 /// Keeps writers waiting until the file is closed. The signal that one waits is of a kind that does
@@ -53,12 +54,27 @@ bool IsResident(void* memory, std::size_t size) noexcept {
 
 }  // namespace
 
-CMappedFile::CMappedFile(const CString& path) noexcept
-    : m_file(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {  // NOLINT(*-vararg)
+CFileBytes::CFileBytes(const CString& path) noexcept
+    : m_file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {  // NOLINT(*-vararg)
+  const std::uint32_t size = SizeOf(m_file);
+  if (size >= kMinMapped)
+    Map();
+  else if (size > 0)
+    Read(size);
+}
+
+void CFileBytes::Read(std::uint32_t size) noexcept {
+  std::unique_ptr<std::uint8_t[]> copy(new (std::nothrow) std::uint8_t[size]);
+  if (copy == nullptr || ::read(m_file, copy.get(), size) != static_cast<ssize_t>(size)) return;
+  m_copy = std::move(copy);
+  m_bytes = m_copy.get();
+  m_size = size;
+}
+
+void CFileBytes::Map() noexcept {
   // The size that counts is the one under the lease.
-  if (SizeToMap(m_file) == 0 || !TakeLease(m_file)) return;
-  const std::uint32_t size = SizeToMap(m_file);
-  if (size == 0) return;
+  const std::uint32_t size = TakeLease(m_file) ? SizeOf(m_file) : 0;
+  if (size < kMinMapped) return;
   void* memory = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, m_file, 0);
   if (memory == MAP_FAILED) return;
   if (!IsResident(memory, size)) {
@@ -69,16 +85,16 @@ CMappedFile::CMappedFile(const CString& path) noexcept
   m_size = size;
 }
 
-CMappedFile::~CMappedFile() {
+CFileBytes::~CFileBytes() {
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the system takes back what it gave
-  if (m_bytes != nullptr) ::munmap(const_cast<std::uint8_t*>(m_bytes), m_size);
+  if (IsMapped()) ::munmap(const_cast<std::uint8_t*>(m_bytes), m_size);
   if (m_file >= 0) ::close(m_file);
 }
 
 #else
 
-CMappedFile::CMappedFile(const CString& /*path*/) noexcept {}
-CMappedFile::~CMappedFile() = default;
+CFileBytes::CFileBytes(const CString& /*path*/) noexcept {}
+CFileBytes::~CFileBytes() = default;
 
 #endif
 

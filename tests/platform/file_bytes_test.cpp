@@ -1,4 +1,4 @@
-#include "qenzor/platform/mapped_file.h"
+#include "qenzor/platform/file_bytes.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -19,21 +19,21 @@ std::string LargeContent() {
 }
 
 /// Whether this system grants leases here, without which nothing is mapped.
-bool HasLeases(const TempFile& file) { return CMappedFile(file.Path()).GetBytes() != nullptr; }
+bool HasLeases(const TempFile& file) { return CFileBytes(file.Path()).IsMapped(); }
 
-TEST(MappedFile, HoldsTheWholeFile) {
+TEST(FileBytes, HoldsTheWholeFile) {
   const TempFile file{std::string_view(LargeContent())};
   if (!HasLeases(file)) GTEST_SKIP() << "no leases here";
-  const CMappedFile mapped(file.Path());
+  const CFileBytes mapped(file.Path());
   ASSERT_EQ(mapped.GetSize(), LargeContent().size());
   EXPECT_EQ(std::string(mapped.GetBytes(), mapped.GetBytes() + mapped.GetSize()), LargeContent());
 }
 
-TEST(MappedFile, NobodyWritesTheFileMeanwhile) {
+TEST(FileBytes, NobodyWritesTheFileMeanwhile) {
   const TempFile file{std::string_view(LargeContent())};
   if (!HasLeases(file)) GTEST_SKIP() << "no leases here";
   {
-    const CMappedFile mapped(file.Path());
+    const CFileBytes mapped(file.Path());
     EXPECT_EQ(::open(file.Path().c_str(), O_WRONLY | O_TRUNC | O_NONBLOCK), -1);
     EXPECT_EQ(errno, EWOULDBLOCK);
     EXPECT_EQ(mapped.GetBytes()[mapped.GetSize() - 1], 'y');
@@ -41,15 +41,23 @@ TEST(MappedFile, NobodyWritesTheFileMeanwhile) {
   const int writer = ::open(file.Path().c_str(), O_WRONLY | O_NONBLOCK);
   ASSERT_NE(writer, -1);
   // What somebody writes already is not mapped.
-  EXPECT_EQ(CMappedFile(file.Path()).GetBytes(), nullptr);
+  EXPECT_EQ(CFileBytes(file.Path()).GetBytes(), nullptr);
   ::close(writer);
 }
 
-TEST(MappedFile, SmallMissingAndOtherFilesAreNotMapped) {
-  EXPECT_EQ(CMappedFile(TempFile(std::string_view("small")).Path()).GetBytes(), nullptr);
-  EXPECT_EQ(CMappedFile("/nonexistent/file").GetBytes(), nullptr);
-  EXPECT_EQ(CMappedFile("/dev/zero").GetBytes(), nullptr);
-  EXPECT_EQ(CMappedFile("/").GetBytes(), nullptr);
+TEST(FileBytes, ASmallFileIsCopied) {
+  const TempFile file(std::string_view("small"));
+  const CFileBytes bytes(file.Path());
+  EXPECT_FALSE(bytes.IsMapped());
+  ASSERT_NE(bytes.GetBytes(), nullptr);
+  EXPECT_EQ(std::string(bytes.GetBytes(), bytes.GetBytes() + bytes.GetSize()), "small");
+}
+
+TEST(FileBytes, MissingEmptyAndOtherFilesHaveNone) {
+  EXPECT_EQ(CFileBytes("/nonexistent/file").GetBytes(), nullptr);
+  EXPECT_EQ(CFileBytes(TempFile(std::string_view("")).Path()).GetBytes(), nullptr);
+  EXPECT_EQ(CFileBytes("/dev/zero").GetBytes(), nullptr);
+  EXPECT_EQ(CFileBytes("/").GetBytes(), nullptr);
 }
 
 }  // namespace
