@@ -21,6 +21,7 @@ enum class FailureKind : std::uint8_t {
   kOutOfMemory,
   kCannotStore,  ///< the document holds what its file format has no room for
   kCannotWrite,  ///< the file system does not take the file
+  kWrongUsage,   ///< what the caller asked for has no meaning
 };
 
 /// Why something failed, and where. What does not apply is empty.
