@@ -1,139 +1,188 @@
-#include <algorithm>
-#include <iterator>
+#include <new>
 #include <optional>
-#include <vector>
 
 #include "commands.h"
 #include "documents.h"
+#include "finding_printer.h"
 #include "progress.h"
 #include "qenzor/text/xml_file.h"
-#include "report.h"
 
 namespace tool {
 
 namespace {
 
-/// What was found in one file.
-struct FileReport {
-  std::string Name;
-  std::string Kind;
-  std::vector<Finding> Findings;
-  std::optional<qenzor::XmlError> XmlError;  ///< instead of offsets, for text
+using qenzor::CheckCounts;
+using qenzor::CheckOptions;
+using qenzor::FindingKind;
+using qenzor::Severity;
+
+const FindingKind& KindNamed(std::string_view name) { return *qenzor::FindFindingKind(name); }
+
+const char* KindName(BinaryKind kind) { return kind == BinaryKind::kQen ? "Qen" : "Zor"; }
+
+/// The map that draw data are compared with, read once.
+struct MapToCompare {
+  Input File;
+  qenzor::ZIdResult ZIds;
 };
 
-void CheckXml(const Input& input, BinaryKind kind, FileReport& report) {
-  const CXmlPath path(input);
-  report.XmlError = qenzor::FindXmlError(path.Get());
-  if (report.XmlError.has_value()) return;
-  WithKind(kind, [&](auto name) {
-    using Kind = decltype(name);
-    const std::unique_ptr<typename Kind::Edit> edit(Kind::FromText(path.Get()));
-    if (edit == nullptr) {
-      report.XmlError = qenzor::XmlError{1, 1, "the root element is not that of the kind"};
-      return;
+/// Checks files one after another and prints what is found in each.
+class CChecker {
+ public:
+  explicit CChecker(const Options& options)
+      : m_options(options),
+        m_progress(options.Quiet),
+        m_printer(options.Json ? CFindingPrinter::Form::kJson : CFindingPrinter::Form::kText) {
+    m_check.MaxDetails = options.MaxFindings;
+  }
+
+  int Run() {
+    if (!m_options.Map.empty()) OpenMap();
+    for (const std::string& path : m_options.Files) CheckFile(path);
+    m_printer.Finish();
+    return m_failed ? 1 : 0;
+  }
+
+ private:
+  /// Runs f, whose findings are those of a file; what keeps it from being checked is one too.
+  template <class F>
+  void ReportOn(const std::string& name, const std::string& kind, F&& f) {
+    m_progress.Wipe();
+    m_printer.BeginFile(name, kind);
+    CheckCounts counts;
+    const auto report = [&](const char* code, const std::string& reason) {
+      const FindingKind& found = KindNamed(code);
+      m_printer.Take({&found, 0, 0, 0, nullptr, reason});
+      counts.Add(found, true);
+    };
+    try {
+      f(counts, report);
+    } catch (const std::bad_alloc&) {
+      report("out-of-memory", "the memory does not suffice");
     }
-    if (const std::string limit = FindUnstorable(*edit); !limit.empty())
-      report.Findings.push_back({true, 0, "", limit});
-  });
-}
-
-/// One warning for each z-id that stands here and not there.
-void FindMissing(const CheckResult& here, const CheckResult& there, const std::string& what,
-                 FileReport& report) {
-  for (const auto& [z_id, place] : here.ZIds)
-    if (!there.ZIds.contains(z_id))
-      report.Findings.push_back(
-          {false, place.Offset, place.Path, "z-id " + std::to_string(z_id) + what});
-}
-
-/// Compares the z-ids that draw attributes draw with those of the map's objects; what the map's are
-/// missing is reported of the map, with the errors that keep it from being read.
-FileReport CompareZIds(const CheckResult& drawing, const Options& options, FileReport& report) {
-  const Input input = ReadInput(options.Map);
-  const CheckResult map = CheckBytes(input.Bytes, BinaryKind::kQen);
-  FileReport map_report{input.Name, "Qen", {}, {}};
-  std::ranges::copy_if(map.Findings, std::back_inserter(map_report.Findings), &Finding::IsError);
-  FindMissing(map, drawing, " has no draw attribute in " + report.Name, map_report);
-  FindMissing(drawing, map, " stands nowhere in " + input.Name, report);
-  return map_report;
-}
-
-/// Checks one file, and the map that it is compared with.
-std::vector<FileReport> CheckFile(const std::string& path, const Options& options) {
-  const Input input = ReadInput(path);
-  const DocumentKind found = FindKind(input, options.Kind);
-  std::vector<FileReport> reports{
-      {input.Name, found.Kind == BinaryKind::kQen ? "Qen" : "Zor", {}, {}}};
-  if (found.IsXml) {
-    CheckXml(input, found.Kind, reports.front());
-    return reports;
+    m_printer.EndFile(counts);
+    m_failed = m_failed || counts.Of(Severity::kError) > 0 ||
+               (m_options.Strict && counts.Of(Severity::kWarning) > 0);
   }
-  CheckResult result = CheckBytes(input.Bytes, found.Kind);
-  reports.front().Findings = std::move(result.Findings);
-  if (!options.Map.empty() && found.Kind == BinaryKind::kZor) {
-    FileReport map_report = CompareZIds(result, options, reports.front());
-    if (!map_report.Findings.empty()) reports.push_back(std::move(map_report));
+
+  /// Opens a file and finds out what it is; nothing, and reported, when that fails.
+  std::optional<std::pair<Input, DocumentKind>> Open(const std::string& path,
+                                                     const std::string& kind) {
+    const std::string name = path == "-" ? "standard input" : path;
+    const char* code = "file-unreadable";
+    std::string reason;
+    try {
+      m_progress.Stage("checking " + name);
+      Input input = ReadInput(path);
+      code = "file-not-recognised";
+      const DocumentKind found = FindKind(input, kind);
+      return std::pair(std::move(input), found);
+    } catch (const CFailure& failure) {
+      reason = std::string(failure.what()).substr(name.size() + 2);
+    } catch (const std::bad_alloc&) {
+      code = "out-of-memory";
+      reason = "the memory does not suffice";
+    }
+    ReportOn(name, "", [&](CheckCounts&, auto report) { report(code, reason); });
+    return std::nullopt;
   }
-  return reports;
-}
 
-Json ReportJson(const FileReport& report) {
-  Json findings = Json::array();
-  if (report.XmlError.has_value())
-    findings.push_back({{"severity", "error"},
-                        {"line", report.XmlError->Line},
-                        {"column", report.XmlError->Column},
-                        {"path", ""},
-                        {"reason", report.XmlError->Reason}});
-  for (const Finding& finding : report.Findings)
-    findings.push_back({{"severity", finding.IsError ? "error" : "warning"},
-                        {"offset", finding.Offset},
-                        {"path", finding.Path},
-                        {"reason", finding.Reason}});
-  return {{"file", report.Name}, {"kind", report.Kind}, {"findings", findings}};
-}
+  void CheckFile(const std::string& path) {
+    auto opened = Open(path, m_options.Kind);
+    if (!opened.has_value()) return;
+    const auto& [input, kind] = *opened;
+    ReportOn(input.Name, KindName(kind.Kind), [&](CheckCounts& counts, auto /*report*/) {
+      counts = kind.IsXml ? CheckXml(input, kind.Kind) : CheckBytes(input, kind.Kind);
+    });
+    if (m_map.has_value() && !kind.IsXml && kind.Kind == BinaryKind::kZor) CheckMap(input);
+  }
 
-std::string ReportText(const FileReport& report) {
-  std::string text;
-  if (report.XmlError.has_value())
-    text += report.Name + ": line " + std::to_string(report.XmlError->Line) + ", column " +
-            std::to_string(report.XmlError->Column) + ": error: " + report.XmlError->Reason + '\n';
-  for (const Finding& finding : report.Findings)
-    text += report.Name + ": byte " + std::to_string(finding.Offset) + ": " +
-            (finding.IsError ? "error: " : "warning: ") +
-            (finding.Path.empty() ? "" : finding.Path + ": ") + finding.Reason + '\n';
-  return text.empty() ? report.Name + ": nothing found\n" : text;
-}
+  CheckCounts CheckBytes(const Input& input, BinaryKind kind) {
+    CheckOptions check = m_check;
+    if (m_map.has_value() && m_map->ZIds.IsWhole && kind == BinaryKind::kZor) {
+      check.OtherZIds = &m_map->ZIds.ZIds;
+      check.OtherName = m_map->File.Name;
+    }
+    return qenzor::CheckBinary(input.Bytes, kind, check, m_printer);
+  }
 
-bool HasError(const FileReport& report) {
-  return report.XmlError.has_value() ||
-         std::ranges::any_of(report.Findings, [](const Finding& f) { return f.IsError; });
-}
+  CheckCounts CheckXml(const Input& input, BinaryKind kind) {
+    CheckCounts counts;
+    const auto report = [&](const char* code, std::uint32_t line, std::uint32_t column,
+                            const std::string& reason) {
+      const FindingKind& found = KindNamed(code);
+      m_printer.Take({&found, 0, line, column, nullptr, reason});
+      counts.Add(found, true);
+    };
+    const CXmlPath path(input);
+    if (const auto error = qenzor::FindXmlError(path.Get()); error.has_value()) {
+      report("xml-refused", error->Line, error->Column, error->Reason);
+      return counts;
+    }
+    WithKind(kind, [&](auto name) {
+      using Kind = decltype(name);
+      const std::unique_ptr<typename Kind::Edit> edit(Kind::FromText(path.Get()));
+      if (edit == nullptr)
+        report("xml-refused", 1, 1, "the root element is not that of the kind");
+      else if (const std::string limit = FindUnstorable(*edit); !limit.empty())
+        report("xml-unstorable", 0, 0, limit);
+    });
+    return counts;
+  }
+
+  void OpenMap() {
+    auto opened = Open(m_options.Map, "qen");
+    if (!opened.has_value()) return;
+    m_map = MapToCompare{std::move(opened->first), {}};
+    m_map->ZIds = qenzor::CollectZIds(m_map->File.Bytes, BinaryKind::kQen);
+    if (m_map->ZIds.IsWhole) return;
+    ReportOn(m_map->File.Name, "Qen", [&](CheckCounts& counts, auto /*report*/) {
+      counts = qenzor::CheckBinary(
+          m_map->File.Bytes, BinaryKind::kQen,
+          Only([](const FindingKind& found) { return found.Severity == Severity::kError; }),
+          m_printer);
+    });
+  }
+
+  /// Tells what the map has and the draw data lack, if there is any.
+  void CheckMap(const Input& drawing) {
+    const qenzor::ZIdResult drawn = qenzor::CollectZIds(drawing.Bytes, BinaryKind::kZor);
+    if (!drawn.IsWhole || !m_map->ZIds.IsWhole) return;
+    const FindingKind& not_drawn = KindNamed("z-id-not-drawn");
+    CheckOptions check = Only([&](const FindingKind& found) { return &found == &not_drawn; });
+    check.OtherZIds = &drawn.ZIds;
+    check.OtherName = drawing.Name;
+    CDeaf nobody;
+    if (qenzor::CheckBinary(m_map->File.Bytes, BinaryKind::kQen, check, nobody).Of(not_drawn) == 0)
+      return;
+    ReportOn(m_map->File.Name, "Qen", [&](CheckCounts& counts, auto /*report*/) {
+      counts = qenzor::CheckBinary(m_map->File.Bytes, BinaryKind::kQen, check, m_printer);
+    });
+  }
+
+  class CDeaf : public qenzor::CFindingSink {
+   public:
+    bool Take(const qenzor::Finding& /*finding*/) override { return false; }
+  };
+
+  template <class Wanted>
+  CheckOptions Only(Wanted&& wanted) const {
+    CheckOptions check = m_check;
+    for (const FindingKind& kind : qenzor::FindingKinds())
+      if (!wanted(kind)) check.Skipped.insert(kind.Code);
+    return check;
+  }
+
+  const Options& m_options;
+  CProgress m_progress;
+  CFindingPrinter m_printer;
+  CheckOptions m_check;
+  std::optional<MapToCompare> m_map;
+  bool m_failed = false;
+};
 
 }  // namespace
 
-int RunCheck(const Options& options) {
-  std::string text;
-  Json json = Json::array();
-  bool failed = false;
-  {
-    CProgress progress(options.Quiet);
-    for (const std::string& path : options.Files) {
-      progress.Stage("checking " + path);
-      for (const FileReport& report : CheckFile(path, options)) {
-        failed = failed || HasError(report) || (options.Strict && !report.Findings.empty());
-        if (options.Json)
-          json.push_back(ReportJson(report));
-        else
-          text += ReportText(report);
-      }
-    }
-  }
-  if (options.Json)
-    PrintReport(json, true);
-  else
-    PrintText(text);
-  return failed ? 1 : 0;
-}
+int RunCheck(const Options& options) { return CChecker(options).Run(); }
 
 }  // namespace tool

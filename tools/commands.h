@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@ struct Options {
   std::string Out;
   std::string Map;  ///< a map whose z-ids check compares
   std::vector<std::string> Files;
+  std::uint64_t MaxFindings = 1000;  ///< told of each kind and file
   bool Json = false;
   bool Strict = false;
   bool Quiet = false;

@@ -8,12 +8,31 @@
 
 namespace tool {
 
+namespace {
+
+/// Keeps the first finding as one line.
+class CFirstFinding : public qenzor::CFindingSink {
+ public:
+  bool Take(const qenzor::Finding& finding) override {
+    const std::string path = qenzor::RenderPath(finding.Path);
+    m_text = "byte " + std::to_string(finding.Offset) + ": " + (path.empty() ? "" : path + ": ") +
+             finding.Reason;
+    return false;
+  }
+  const std::string& GetText() const { return m_text; }
+
+ private:
+  std::string m_text;
+};
+
+}  // namespace
+
 std::string DescribeError(const Input& input, BinaryKind kind) {
-  const CheckResult result = CheckBytes(input.Bytes, kind);
-  const Finding* error = result.FirstError();
-  if (error == nullptr) return "out of memory";
-  return "byte " + std::to_string(error->Offset) + ": " +
-         (error->Path.empty() ? "" : error->Path + ": ") + error->Reason;
+  qenzor::CheckOptions options;
+  options.FirstErrorOnly = true;
+  CFirstFinding first;
+  qenzor::CheckBinary(input.Bytes, kind, options, first);
+  return first.GetText().empty() ? "out of memory" : first.GetText();
 }
 
 CXmlPath::CXmlPath(const Input& input) : m_path(input.Path) {

@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "check_walk.h"
 #include "failure.h"
 #include "input.h"
+#include "qenzor/check/check.h"
 #include "qenzor/qen/qen.h"
 #include "qenzor/zor/zor.h"
 #include "storable.h"

@@ -5,9 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "check_walk.h"
+#include "qenzor/check/check.h"
 
 namespace tool {
+
+using qenzor::BinaryKind;
 
 /// A file that has been read whole; "-" names standard input.
 struct Input {

@@ -75,6 +75,10 @@ int main(int argc, char** argv) try {
                                &tool::RunCheck, chosen);
   check->add_flag("--json", options.Json, "Print JSON");
   check->add_flag("--strict", options.Strict, "Exit 1 for warnings too");
+  check
+      ->add_option("--max-findings", options.MaxFindings,
+                   "How many findings of each kind are told for a file; others are counted")
+      ->capture_default_str();
   check->add_option("--map", options.Map, "Map whose z-ids draw attributes should name");
   check->add_option("FILE", options.Files, "Documents or XML; - for standard input")->required();
 

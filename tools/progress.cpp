@@ -32,15 +32,20 @@ void CProgress::Stage(std::string name) {
   m_stage = std::move(name);
 }
 
+void CProgress::Wipe() {
+  const std::lock_guard lock(m_mutex);
+  if (m_shown) std::cerr << "\r\033[K" << std::flush;
+  m_shown = false;
+}
+
 void CProgress::Show() {
   std::unique_lock lock(m_mutex);
-  bool shown = false;
   for (int seconds = 1; !m_wake.wait_for(lock, std::chrono::seconds(1), [this] { return m_done; });
        ++seconds) {
     std::cerr << "\r\033[K" << m_stage << " ... " << seconds << " s" << std::flush;
-    shown = true;
+    m_shown = true;
   }
-  if (shown) std::cerr << "\r\033[K" << std::flush;
+  if (m_shown) std::cerr << "\r\033[K" << std::flush;
 }
 
 }  // namespace tool

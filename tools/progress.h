@@ -18,6 +18,8 @@ class CProgress {
   CProgress& operator=(const CProgress&) = delete;
 
   void Stage(std::string name);
+  /// Clears the line, so that something else can be printed; it comes back with the next second.
+  void Wipe();
 
  private:
   void Show();
@@ -26,6 +28,7 @@ class CProgress {
   std::condition_variable m_wake;
   std::string m_stage;
   bool m_done = false;
+  bool m_shown = false;
   std::thread m_thread;
 };
 

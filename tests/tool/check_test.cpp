@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -48,10 +49,10 @@ class Check : public testing::Test {
     const std::string command = "cd '" + m_folder.string() + "' && '" QENZOR_TOOL "' check " +
                                 arguments + " >out 2>err </dev/null";
     const int status = std::system(command.c_str());
-    EXPECT_EQ(fs::file_size(m_folder / "err"), 0U);
+    const int exit_status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    EXPECT_EQ(fs::file_size(m_folder / "err") == 0, exit_status < 2);
     std::ifstream file(m_folder / "out", std::ios::binary);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
-            std::string(std::istreambuf_iterator<char>(file), {})};
+    return {exit_status, std::string(std::istreambuf_iterator<char>(file), {})};
   }
   void ExpectFound(const std::string& bytes, int status, const std::string& lines) const {
     Save("f", bytes);
@@ -71,7 +72,7 @@ TEST_F(Check, ATruncatedFileIsReportedAtTheInnermostChunk) {
   ExpectFound(
       whole.substr(0, whole.size() - 1), 1,
       "f: byte 92: error: MeshSegmentSet/MeshSegment[0]/LayerSet/LayerData[0]: LayerNo takes "
-      "2 bytes, but only 1 are there\n");
+      "2 bytes, but only 1 are there [Q1010 truncated]\n");
 }
 
 TEST_F(Check, UnknownChunksWrongClassesAndRepeatedSlotsAreDropped) {
@@ -80,19 +81,20 @@ TEST_F(Check, UnknownChunksWrongClassesAndRepeatedSlotsAreDropped) {
             Chunk(8, Little(0, 4))),
       0,
       "f: byte 72: warning: MeshSegmentSet/MeshSegment[0]/chunk 77: unknown chunk id 77: "
-      "dropped\n"
+      "dropped [Q1018 chunk-unknown]\n"
       "f: byte 80: warning: MeshSegmentSet/MeshSegment[0]/ObjSet: has no place here and is "
-      "dropped\n"
+      "dropped [Q1019 chunk-misplaced]\n"
       "f: byte 104: warning: MeshSegmentSet/MeshSegment[0]/LayerSet: replaces an earlier one "
-      "in the same place\n");
+      "in the same place [Q1020 chunk-repeated]\n");
 }
 
 TEST_F(Check, ADeclaredCountThatDiffersAndBytesBehindTheRootAreWarnings) {
   ExpectFound(
       MapOf(Chunk(8, Little(3, 4))) + "tail", 0,
       "f: byte 80: warning: MeshSegmentSet/MeshSegment[0]/LayerSet: declares 3 elements and "
-      "holds 0\n"
-      "f: byte 84: warning: QenMapData: 4 bytes after the root chunk are dropped\n");
+      "holds 0 [Q1021 set-count]\n"
+      "f: byte 84: warning: QenMapData: 4 bytes after the root chunk are dropped "
+      "[Q1017 bytes-after-root]\n");
   EXPECT_EQ(Run("--kind qen --strict f").first, 1);
 }
 
@@ -110,12 +112,12 @@ TEST_F(Check, RepeatedKeysAndIndicesOutsideTheirSetAreWarnings) {
   const std::string atter = Chunk(3, Little(7, 8) + index_set);
   ExpectFound(
       DrawingOf(Chunk(2, Little(2, 4) + atter + atter)), 0,
-      "f: byte 71: warning: DrawAtterSet/DrawAtter[1]: z-id 7 stands again and replaces the "
-      "one at byte 39\n"
       "f: byte 67: warning: DrawAtterSet/DrawAtter[0]/DrawInfoIdxSet: DrawInfoIdx 0 lies "
-      "outside the set of 0 draw infos\n"
+      "outside the set of 0 draw infos [Q1061 draw-info-index]\n"
+      "f: byte 71: warning: DrawAtterSet/DrawAtter[1]: z-id 7 stands again and replaces the "
+      "one at byte 39 [Q1060 z-id-repeated]\n"
       "f: byte 99: warning: DrawAtterSet/DrawAtter[1]/DrawInfoIdxSet: DrawInfoIdx 0 lies "
-      "outside the set of 0 draw infos\n");
+      "outside the set of 0 draw infos [Q1061 draw-info-index]\n");
 }
 
 TEST_F(Check, JsonHoldsTheSame) {
@@ -133,10 +135,12 @@ TEST_F(Check, ZIdsOfAMapAreComparedWithThoseThatAreDrawn) {
   const std::string atters = Chunk(3, Little(8, 8)) + Chunk(3, Little(9, 8));
   Save("drawing", DrawingOf(Chunk(2, Little(2, 4) + atters)));
   const auto [status, out] = Run("--kind zor --map map drawing");
-  EXPECT_EQ(out,
-            "drawing: byte 63: warning: DrawAtterSet/DrawAtter[1]: z-id 9 stands nowhere in map\n"
-            "map: byte 114: warning: MeshSegmentSet/MeshSegment[0]/LayerSet/LayerData[0]/"
-            "ZIdObjSet/ZIdObj[0]: z-id 7 has no draw attribute in drawing\n");
+  EXPECT_EQ(
+      out,
+      "drawing: byte 63: warning: DrawAtterSet/DrawAtter[1]: z-id 9 stands nowhere in map "
+      "[Q1081 z-id-nowhere]\n"
+      "map: byte 114: warning: MeshSegmentSet/MeshSegment[0]/LayerSet/LayerData[0]/"
+      "ZIdObjSet/ZIdObj[0]: z-id 7 has no draw attribute in drawing [Q1080 z-id-not-drawn]\n");
   EXPECT_EQ(status, 0);
   EXPECT_EQ(Run("--kind zor --strict --map map drawing").first, 1);
 }
@@ -171,6 +175,37 @@ TEST_F(Check, EveryFileIsCheckedAndOneErrorIsEnoughToFail) {
   EXPECT_NE(out.find("\ngood: nothing found\n"), std::string::npos) << out;
 }
 
+TEST_F(Check, AFileThatCannotBeOpenedOrRecognisedIsAFindingAndTheOthersAreChecked) {
+  Save("good", MapOf(""));
+  Save("odd", "nothing of ours");
+  Save("bad", MapOf("").substr(0, 60));
+  const auto [status, out] = Run("bad.qen odd good --kind qen bad");
+  EXPECT_EQ(status, 1);
+  EXPECT_EQ(out.rfind("bad.qen: byte 0: error: No such file or directory "
+                      "[Q1001 file-unreadable]\nodd: byte 15: error: ",
+                      0),
+            0U)
+      << out;
+  EXPECT_NE(out.find("\ngood: nothing found\nbad: byte "), std::string::npos) << out;
+  EXPECT_EQ(Run("odd good"),
+            (std::pair<int, std::string>(
+                1,
+                "odd: byte 0: error: neither a map-project nor a draw-data document (see --kind) "
+                "[Q1002 file-not-recognised]\ngood: nothing found\n")));
+}
+
+TEST_F(Check, BeyondTheDetailsOfAKindTheOthersAreCounted) {
+  std::string chunks;
+  for (int i = 0; i < 1500; ++i) chunks += Chunk(77, "");
+  Save("f", MapOf(chunks));
+  const std::string text = Run("--kind qen f").second;
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1001) << text;
+  EXPECT_NE(text.find("\nf: … and 500 more [Q1018 chunk-unknown]\n"), std::string::npos);
+  const std::string json = Run("--kind qen --json --max-findings 2 f").second;
+  EXPECT_NE(json.find("\"count\": 1498"), std::string::npos) << json;
+  EXPECT_EQ(Run("--max-findings x f").first, 2);
+}
+
 TEST_F(Check, TheOtherCommandsRefuseWithItsFirstError) {
   Save("f", MapOf("").substr(0, 60));
   const std::string found = Run("--kind qen f").second;
@@ -181,7 +216,7 @@ TEST_F(Check, TheOtherCommandsRefuseWithItsFirstError) {
   const std::string message{std::istreambuf_iterator<char>(file), {}};
   EXPECT_FALSE(fs::exists(m_folder / "out.qen"));
   const std::string reason = found.substr(found.find("error: ") + 7);
-  EXPECT_NE(message.find(reason.substr(0, reason.find('\n'))), std::string::npos) << message;
+  EXPECT_NE(message.find(reason.substr(0, reason.find(" ["))), std::string::npos) << message;
   EXPECT_NE(message.find("byte "), std::string::npos) << message;
 }
 

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <span>
+#include <vector>
+
+#include "qenzor/check/finding.h"
+#include "qenzor/platform/map.h"
+
+namespace qenzor {
+
+/// The two kinds of document.
+enum class BinaryKind : std::uint8_t { kQen, kZor };
+
+/// The z-ids that a document names: of a map's objects, or of draw attributes.
+class QENZOR_EXPORT CZIdTable {
+ public:
+  void Add(std::uint64_t z_id) { m_z_ids.Set(z_id, 0); }
+  bool Has(std::uint64_t z_id) const noexcept { return m_z_ids.Find(z_id) != nullptr; }
+
+ private:
+  CMap<std::uint64_t, std::uint8_t> m_z_ids{1};
+};
+
+struct CheckOptions {
+  /// Of each kind so many findings are told to the sink, and the others only counted.
+  std::uint64_t MaxDetails = 1000;
+  /// Kinds, by their code, that are neither told nor counted.
+  std::set<std::uint16_t> Skipped;
+  /// Stops at the first error.
+  bool FirstErrorOnly = false;
+  /// The z-ids of the document that this one belongs with, and how messages call it; null to leave
+  /// that out.
+  const CZIdTable* OtherZIds = nullptr;
+  CString OtherName;
+};
+
+/// How much was found.
+class QENZOR_EXPORT CheckCounts {
+ public:
+  CheckCounts();
+
+  /// Findings of the kind, told or not.
+  std::uint64_t Of(const FindingKind& kind) const noexcept;
+  /// Those that were counted and not told.
+  std::uint64_t Untold(const FindingKind& kind) const noexcept;
+  std::uint64_t Of(Severity severity) const noexcept;
+
+  /// Counts one more, told or not.
+  void Add(const FindingKind& kind, bool told);
+
+ private:
+  struct Count {
+    std::uint64_t All = 0;
+    std::uint64_t Told = 0;
+  };
+  std::vector<Count> m_counts;
+};
+
+/// Walks the bytes of a document without the help of the library's readers, and tells everything
+/// that reading would refuse or drop, and what the values say against each other. Time and memory
+/// are linear in the bytes, and no byte outside them is looked at. Throws std::bad_alloc, and what
+/// the sink throws.
+QENZOR_EXPORT CheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
+                                      const CheckOptions& options, CFindingSink& sink);
+
+/// What a document's bytes tell about its z-ids, and whether all of it could be walked.
+struct ZIdResult {
+  CZIdTable ZIds;
+  bool IsWhole = false;
+};
+[[nodiscard]] QENZOR_EXPORT ZIdResult CollectZIds(std::span<const std::uint8_t> bytes,
+                                                  BinaryKind kind);
+
+}  // namespace qenzor

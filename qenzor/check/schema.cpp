@@ -1,0 +1,221 @@
+#include <array>
+#include <tuple>
+#include <type_traits>
+
+#include "qenzor/check/schema_impl.h"
+#include "qenzor/core/fields.h"
+#include "qenzor/qen/cmb_lbl_obj.h"
+#include "qenzor/qen/line_obj.h"
+#include "qenzor/qen/poly_obj.h"
+#include "qenzor/qen/qen.h"
+#include "qenzor/qen/ras_ll_obj.h"
+#include "qenzor/qen/ras_mm_obj.h"
+#include "qenzor/zor/cmb_lbl_draw_info.h"
+#include "qenzor/zor/line_draw_info.h"
+#include "qenzor/zor/poly_bmp_brush_draw_info.h"
+#include "qenzor/zor/poly_shadow_draw_info.h"
+#include "qenzor/zor/poly_solid_brush_draw_info.h"
+#include "qenzor/zor/ras_ll_draw_info.h"
+#include "qenzor/zor/ras_mm_draw_info.h"
+#include "qenzor/zor/zor.h"
+
+namespace qenzor::check {
+
+namespace {
+
+using Classes = std::tuple<CUrlInfo, CAddedObjInfoSet, CLineObj, CPolyObj, CCmbLblObj, CRasLLObj,
+                           CRasMMObj, CObjSet, CZIdObj, CZIdObjSet, CLayerData, CLayerSet,
+                           CQenMapData, CMarkData, CMarkDataSet, CRasMMDrawInfo, CRasLLDrawInfo,
+                           CCmbLblDrawInfo, CPolyShadowDrawInfo, CPolyBmpBrushDrawInfo,
+                           CPolySolidBrushDrawInfo, CLineDrawInfo, CDrawInfoSet, CDrawInfoIdxSet,
+                           CDrawAtter, CDrawAtterSet, CZorDrawData, CMeshSegmentSet, CMeshSegment>;
+
+template <class Chunk>
+constexpr bool kIsSet = requires {
+  typename Chunk::Element;
+};
+
+constexpr Role RoleOf(std::string_view tag) {
+  constexpr std::array<std::pair<std::string_view, Role>, 5> kRoles{
+      {{"MeshSegmentNo", Role::kMeshSegmentNo},
+       {"LayerNo", Role::kLayerNo},
+       {"ZId", Role::kZId},
+       {"DrawInfoIdx", Role::kDrawInfoIdx},
+       {"MarkDataIdx", Role::kMarkDataIdx}}};
+  for (const auto& [name, role] : kRoles)
+    if (name == tag) return role;
+  return Role::kNone;
+}
+
+template <class Value, class Coding>
+constexpr Shape ShapeOf() {
+  if constexpr (std::is_same_v<Coding, ColorCoding>)
+    return Shape::kColor;
+  else if constexpr (std::is_same_v<Coding, IdentCoding>)
+    return Shape::kIdent;
+  else if constexpr (std::is_same_v<Coding, MagicCoding>)
+    return Shape::kMagic;
+  else if constexpr (std::is_same_v<Value, CRect>)
+    return Shape::kRect;
+  else if constexpr (std::is_floating_point_v<Value>)
+    return Shape::kFloat;
+  else if constexpr (std::is_unsigned_v<Value>)
+    return Shape::kUnsigned;
+  else if constexpr (std::is_signed_v<Value>)
+    return Shape::kSigned;
+  else
+    return Shape::kPoint;
+}
+
+template <class Value, class Coding>
+constexpr FieldSchema ValueSchema(std::string_view tag) {
+  FieldSchema schema{tag, ShapeOf<Value, Coding>(), RoleOf(tag)};
+  schema.Size = Coding::template kSize<Value>;
+  const std::uint32_t parts = schema.Shape == Shape::kRect    ? 4
+                              : schema.Shape == Shape::kPoint ? 2
+                                                              : 1;
+  schema.Width = static_cast<std::uint8_t>(schema.Size / parts);
+  schema.KeepsWhenEmpty = std::is_same_v<Coding, KeptNumberCoding>;
+  return schema;
+}
+
+template <class List>
+struct Of;
+/// The fields of a list, kept once for each class or record that they are of.
+template <class List>
+constexpr auto kFields = Of<List>::Make();
+
+/// Names the list that a class, a record or a group inside one has.
+template <class T>
+struct ClassList {
+  static constexpr auto Fields() { return FieldsOf<T>(); }
+};
+template <class T>
+struct RecordList {
+  static constexpr auto Fields() { return T::Fields(); }
+};
+template <class Outer, std::size_t kAt>
+struct GroupList {
+  static constexpr auto Fields() { return std::get<kAt>(Outer::Fields()).Members; }
+};
+
+template <class Chunk>
+struct SchemaOfClass {
+  static const ClassSchema kValue;
+};
+
+template <class List, std::size_t kAt, class O, class V, class C>
+constexpr FieldSchema SchemaOf(const Field<O, V, C>& f) {
+  return ValueSchema<V, C>(f.Tag);
+}
+template <class List, std::size_t kAt, class O, class V>
+constexpr FieldSchema SchemaOf(const TextField<O, V>& f) {
+  FieldSchema schema{f.Tag, Shape::kText};
+  schema.MaxBytes = f.MaxBytes;
+  return schema;
+}
+template <class List, std::size_t kAt, class O, class Array>
+constexpr FieldSchema SchemaOf(const ArrayField<O, Array>& f) {
+  using Element = typename Array::value_type;
+  FieldSchema schema;
+  if constexpr (HasFields<Element>) {
+    schema = {f.Tag, Shape::kRecord};
+    schema.Members = kFields<RecordList<Element>>;
+    if constexpr (IsFixedSize<Element>()) schema.Size = PackedSize<Element>();
+  } else {
+    schema = ValueSchema<Element, DefaultCoding<Element>>(f.Tag);
+  }
+  schema.CountWidth = sizeof(typename Array::count_type);
+  return schema;
+}
+template <class List, std::size_t kAt, class Members>
+constexpr FieldSchema SchemaOf(const FieldGroup<Members>& f) {
+  FieldSchema schema{f.Tag, Shape::kGroup};
+  schema.Members = kFields<GroupList<List, kAt>>;
+  return schema;
+}
+template <class List, std::size_t kAt, class O, class Slot, class Chunk>
+constexpr FieldSchema SchemaOf(const SlotField<O, Slot, Chunk>& f) {
+  FieldSchema schema{f.Tag, Shape::kChunk};
+  schema.Class = &SchemaOfClass<Chunk>::kValue;
+  return schema;
+}
+
+template <class List>
+struct Of {
+  static constexpr auto Make() {
+    constexpr auto kList = List::Fields();
+    return []<std::size_t... I>(std::index_sequence<I...>) {
+      return std::array<FieldSchema, sizeof...(I)>{
+          SchemaOf<List, I>(std::get<I>(List::Fields()))...};
+    }
+    (std::make_index_sequence<std::tuple_size_v<decltype(kList)>>{});
+  }
+};
+
+template <class Chunk>
+constexpr std::span<const FieldSchema> FieldSpan() {
+  if constexpr (kIsSet<Chunk>)
+    return {};
+  else
+    return kFields<ClassList<Chunk>>;
+}
+
+template <class Chunk, class... Sub>
+constexpr std::uint32_t AcceptedBy(std::tuple<Sub...>* /*classes*/) {
+  std::uint32_t accepted = 0;
+  if constexpr (kIsSet<Chunk>)
+    ((accepted |= std::is_base_of_v<typename Chunk::Element, Sub> ? 1U << Sub::kChunkId : 0U), ...);
+  else
+    ForEachField(FieldsOf<Chunk>(), [&accepted]<class F>(const F& /*f*/) {
+      if constexpr (requires { typename F::Chunk; }) accepted |= 1U << F::Chunk::kChunkId;
+    });
+  return accepted;
+}
+
+template <class Chunk>
+constexpr auto ConsumedOf() -> std::uint32_t (*)(const void*, std::uint32_t) {
+  if constexpr (requires { &Chunk::MemoryConsumed; })
+    return &Chunk::MemoryConsumed;
+  else
+    return nullptr;
+}
+
+template <class Chunk>
+constexpr ClassSchema SchemaOfClass<Chunk>::kValue{
+    Chunk::kChunkId,    Chunk::kTag,
+    kIsSet<Chunk>,      std::is_same_v<Chunk, CDrawAtterSet>,
+    FieldSpan<Chunk>(), AcceptedBy<Chunk>(static_cast<Classes*>(nullptr)),
+    ConsumedOf<Chunk>()};
+
+template <class... Chunks>
+constexpr auto MakeTable(std::tuple<Chunks...>* /*classes*/) {
+  std::array<const ClassSchema*, 32> by_id{};
+  ((by_id[Chunks::kChunkId] = &SchemaOfClass<Chunks>::kValue), ...);
+  return by_id;
+}
+
+constexpr auto kClasses = MakeTable(static_cast<Classes*>(nullptr));
+
+constexpr DocumentSchema kQenSchema{"Qen", "QenFileInfo", kFields<RecordList<QenFileInfo>>,
+                                    PackedSize<QenFileInfo>(), &SchemaOfClass<CQenMapData>::kValue};
+constexpr DocumentSchema kZorSchema{"Zor", "ZorFileInfo", kFields<RecordList<ZorFileInfo>>,
+                                    PackedSize<ZorFileInfo>(),
+                                    &SchemaOfClass<CZorDrawData>::kValue};
+
+}  // namespace
+
+const ClassSchema* FindClass(std::uint32_t id) noexcept {
+  return id < kClasses.size() ? kClasses[id] : nullptr;
+}
+
+const ClassSchema* FindClass(std::string_view tag) noexcept {
+  for (const ClassSchema* schema : kClasses)
+    if (schema != nullptr && schema->Tag == tag) return schema;
+  return nullptr;
+}
+
+const DocumentSchema& QenSchema() noexcept { return kQenSchema; }
+const DocumentSchema& ZorSchema() noexcept { return kZorSchema; }
+
+}  // namespace qenzor::check

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "qenzor/check/check.h"
+#include "tests/support/bytes.h"
+
+namespace qenzor::testing {
+
+/// A finding as tests compare it: its code and where it stands.
+struct Found {
+  std::string Code;
+  std::uint64_t Offset = 0;
+  std::string Path;
+
+  bool operator==(const Found&) const = default;
+  friend void PrintTo(const Found& found, std::ostream* out) {
+    *out << "{\"" << found.Code << "\", " << found.Offset << ", \"" << found.Path << "\"}";
+  }
+};
+
+/// Keeps what it is told.
+class FoundSink : public CFindingSink {
+ public:
+  bool Take(const Finding& finding) override {
+    All.push_back({CodeText(*finding.Kind), finding.Offset, RenderPath(finding.Path)});
+    Reasons.push_back(finding.Reason);
+    return true;
+  }
+
+  std::vector<Found> All;
+  std::vector<std::string> Reasons;
+};
+
+inline std::vector<Found> FindingsOf(const Bytes& document, BinaryKind kind,
+                                     const CheckOptions& options = {}) {
+  FoundSink sink;
+  CheckBinary({document.data(), document.size()}, kind, options, sink);
+  return sink.All;
+}
+
+}  // namespace qenzor::testing
