@@ -1,115 +1,70 @@
-// The one list of the data classes. A new class is its pair of files, a row in Classes, and its
-// named creator.
+#include "qenzor/catalogue.h"
 
 #include <memory>
 #include <new>
-#include <tuple>
 #include <typeinfo>
 
 #include "qenzor/core/chunk_factory.h"
-#include "qenzor/edit/edit_rows_impl.h"
-#include "qenzor/qen/added_obj_info_set.h"
-#include "qenzor/qen/cmb_lbl_obj.h"
-#include "qenzor/qen/layer_data.h"
-#include "qenzor/qen/layer_set.h"
-#include "qenzor/qen/line_obj.h"
-#include "qenzor/qen/map_data.h"
-#include "qenzor/qen/mesh_segment.h"
-#include "qenzor/qen/mesh_segment_set.h"
-#include "qenzor/qen/obj_set.h"
-#include "qenzor/qen/poly_obj.h"
-#include "qenzor/qen/ras_ll_obj.h"
-#include "qenzor/qen/ras_mm_obj.h"
-#include "qenzor/qen/url_info.h"
-#include "qenzor/qen/z_id_obj.h"
-#include "qenzor/qen/z_id_obj_set.h"
-#include "qenzor/text/converter_rows_impl.h"
-#include "qenzor/zor/cmb_lbl_draw_info.h"
-#include "qenzor/zor/draw_atter.h"
-#include "qenzor/zor/draw_atter_set.h"
-#include "qenzor/zor/draw_data.h"
-#include "qenzor/zor/draw_info_idx_set.h"
-#include "qenzor/zor/draw_info_set.h"
-#include "qenzor/zor/line_draw_info.h"
-#include "qenzor/zor/mark_data.h"
-#include "qenzor/zor/mark_data_set.h"
-#include "qenzor/zor/poly_bmp_brush_draw_info.h"
-#include "qenzor/zor/poly_shadow_draw_info.h"
-#include "qenzor/zor/poly_solid_brush_draw_info.h"
-#include "qenzor/zor/ras_ll_draw_info.h"
-#include "qenzor/zor/ras_mm_draw_info.h"
+#include "qenzor/core/class_row_impl.h"
 
 namespace qenzor {
 
 namespace {
-
-/// In the order in which classes are matched.
-using Classes = std::tuple<CUrlInfo, CAddedObjInfoSet, CLineObj, CPolyObj, CCmbLblObj, CRasLLObj,
-                           CRasMMObj, CObjSet, CZIdObj, CZIdObjSet, CLayerData, CLayerSet,
-                           CQenMapData, CMarkData, CMarkDataSet, CRasMMDrawInfo, CRasLLDrawInfo,
-                           CCmbLblDrawInfo, CPolyShadowDrawInfo, CPolyBmpBrushDrawInfo,
-                           CPolySolidBrushDrawInfo, CLineDrawInfo, CDrawInfoSet, CDrawInfoIdxSet,
-                           CDrawAtter, CDrawAtterSet, CZorDrawData, CMeshSegmentSet, CMeshSegment>*;
 
 template <class Chunk>
 CAbstractChunk* Make() {
   return new (std::nothrow) Chunk;
 }
 
-template <class... Chunks>
-constexpr std::array<CChunkFactory::Creator, CChunkFactory::kChunkIds> MakeCreators(
-    std::tuple<Chunks...>* /*classes*/) noexcept {
-  std::array<CChunkFactory::Creator, CChunkFactory::kChunkIds> creators{};
-  ((creators[Chunks::kChunkId] = &Make<Chunks>), ...);
-  creators[0] = &CChunkFactory::CreateUnKnownChunkInst;
-  return creators;
-}
-
-template <class Chunk>
-constexpr CChunkEditFactory::Row kEditRow{
-    &Chunk::kRuntimeClass, []() -> CAbstractChunkEdit* { return new typename Chunk::EditClass; },
-    [](const CAbstractChunkTextConverter& converter) {
-      using Converter = typename Chunk::ConverterClass;
-      return typeid(converter) == typeid(Converter) ||
-             dynamic_cast<const Converter*>(&converter) != nullptr;
-    }};
-
-template <class Chunk>
+template <class Converter>
 CAbstractChunkTextConverter& SharedConverter() {
-  static typename Chunk::ConverterClass converter;
+  static Converter converter;
   return converter;
 }
 
+template <class Converter>
+bool IsConverter(const CAbstractChunkTextConverter& converter) {
+  return typeid(converter) == typeid(Converter) ||
+         dynamic_cast<const Converter*>(&converter) != nullptr;
+}
+
 template <class Chunk>
-constexpr CChunkTextConverterFactory::Row kConverterRow{
-    &Chunk::kRuntimeClass, Chunk::kTag,
+constexpr ClassRow kRow{
+    Chunk::kTag, []() -> CAbstractChunkEdit* { return new typename Chunk::EditClass; },
     []() -> CAbstractChunkTextConverter* { return new typename Chunk::ConverterClass; },
-    &SharedConverter<Chunk>};
+    &SharedConverter<typename Chunk::ConverterClass>, &IsConverter<typename Chunk::ConverterClass>};
 
-template <class... Chunks>
-constexpr std::array<CChunkEditFactory::Row, sizeof...(Chunks)> MakeEditRows(
-    std::tuple<Chunks...>* /*classes*/) {
-  return {kEditRow<Chunks>...};
-}
+constexpr auto kRows =
+    WithAllClasses([]<class... Rows>() { return std::array{kRow<typename Rows::Chunk>...}; });
 
-template <class... Chunks>
-constexpr std::array<CChunkTextConverterFactory::Row, sizeof...(Chunks)> MakeConverterRows(
-    std::tuple<Chunks...>* /*classes*/) {
-  return {kConverterRow<Chunks>...};
-}
-
-constexpr auto kEditRows = MakeEditRows(Classes{});
-constexpr auto kConverterRows = MakeConverterRows(Classes{});
+constexpr auto kCreators = [] {
+  std::array<CChunkFactory::Creator, kChunkIds> creators{};
+  creators[0] = &CChunkFactory::CreateUnKnownChunkInst;
+  ForEachClass([&]<class Row>(Row) { creators[Row::kChunkId] = &Make<typename Row::Chunk>; });
+  return creators;
+}();
 
 }  // namespace
 
-constinit const std::array<CChunkFactory::Creator, CChunkFactory::kChunkIds>
-    CChunkFactory::kCreators = MakeCreators(Classes{});
+constinit const std::span<const CChunkFactory::Creator> CChunkFactory::kCreatorsById = kCreators;
 
-std::span<const CChunkEditFactory::Row> EditRows() { return kEditRows; }
+std::span<const ClassRow> ClassRows() noexcept { return kRows; }
 
-std::span<const CChunkTextConverterFactory::Row> ConverterRows() { return kConverterRows; }
+template <class Chunk>
+const ClassRow& RowInCatalogue() noexcept {
+  return kRow<Chunk>;
+}
 
+/// Makes the compiler keep the row of every class, and of no other, for the linker.
+template <class Catalogue>
+struct ListedRows;
+template <class... Rows>
+struct ListedRows<ClassList<Rows...>> {
+  static auto Get() noexcept { return std::array{&RowInCatalogue<typename Rows::Chunk>...}; }
+};
+template struct ListedRows<Catalogue>;
+
+// The creators whose names the interface fixes. A class that is added since is made by its id.
 CAbstractChunk* CChunkFactory::CreateUrlInfoInst() { return Make<CUrlInfo>(); }
 CAbstractChunk* CChunkFactory::CreateAddedObjInfoSetInst() { return Make<CAddedObjInfoSet>(); }
 CAbstractChunk* CChunkFactory::CreateLineObjInst() { return Make<CLineObj>(); }
@@ -145,4 +100,5 @@ CAbstractChunk* CChunkFactory::CreateDrawAtterSetInst() { return Make<CDrawAtter
 CAbstractChunk* CChunkFactory::CreateZorDrawDataInst() { return Make<CZorDrawData>(); }
 CAbstractChunk* CChunkFactory::CreateMeshSegmentSetInst() { return Make<CMeshSegmentSet>(); }
 CAbstractChunk* CChunkFactory::CreateMeshSegmentInst() { return Make<CMeshSegment>(); }
+
 }  // namespace qenzor

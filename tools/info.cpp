@@ -8,18 +8,7 @@
 #include "commands.h"
 #include "documents.h"
 #include "progress.h"
-#include "qenzor/qen/cmb_lbl_obj.h"
-#include "qenzor/qen/line_obj.h"
-#include "qenzor/qen/poly_obj.h"
-#include "qenzor/qen/ras_ll_obj.h"
-#include "qenzor/qen/ras_mm_obj.h"
-#include "qenzor/zor/cmb_lbl_draw_info.h"
-#include "qenzor/zor/line_draw_info.h"
-#include "qenzor/zor/poly_bmp_brush_draw_info.h"
-#include "qenzor/zor/poly_shadow_draw_info.h"
-#include "qenzor/zor/poly_solid_brush_draw_info.h"
-#include "qenzor/zor/ras_ll_draw_info.h"
-#include "qenzor/zor/ras_mm_draw_info.h"
+#include "qenzor/visit.h"
 #include "report.h"
 
 namespace tool {
@@ -72,25 +61,30 @@ struct MapCounts {
   std::map<std::uint16_t, Layer> Layers;
 };
 
-void CountObject(CAbstractObj& obj, MapCounts& counts, MapCounts::Layer& layer) {
+/// Counts the points of an object's fields, and gives each and the corners of rectangles to bounds.
+template <class Object>
+void CountPoints(const Object& object, std::uint64_t& points, Box& bounds) {
+  ForEachField(FieldsOf<Object>(), [&]<class F>(const F& f) {
+    if constexpr (requires { (object.*f.Member).left; }) {
+      bounds.Add((object.*f.Member).left, (object.*f.Member).top);
+      bounds.Add((object.*f.Member).right, (object.*f.Member).bottom);
+    } else if constexpr (requires { (object.*f.Member).x; }) {
+      bounds.Add((object.*f.Member).x, (object.*f.Member).y);
+    } else if constexpr (requires { (object.*f.Member)[0].x; }) {
+      points += (object.*f.Member).size();
+      for (const CPoint& point : object.*f.Member) bounds.Add(point.x, point.y);
+    }
+  });
+}
+
+void CountObject(const CAbstractObj& obj, MapCounts& counts, MapCounts::Layer& layer) {
   ++counts.Objects[obj.GetRuntimeClass().Name];
   ++layer.Objects;
-  const auto add_points = [&](const auto& points) {
-    counts.Points += points.size();
-    for (const CPoint& point : points) layer.Bounds.Add(point.x, point.y);
-  };
-  if (const auto* line = class_cast<CLineObj>(&obj)) add_points(line->Pt);
-  if (const auto* poly = class_cast<CPolyObj>(&obj)) add_points(poly->Pt);
-  if (const auto* label = class_cast<CCmbLblObj>(&obj)) layer.Bounds.Add(label->Pt.x, label->Pt.y);
-  if (const auto* raster = class_cast<CRasMMObj>(&obj))
-    layer.Bounds.Add(raster->Pt.x, raster->Pt.y);
-  if (const auto* raster = class_cast<CRasLLObj>(&obj)) {
-    layer.Bounds.Add(raster->Rect.left, raster->Rect.top);
-    layer.Bounds.Add(raster->Rect.right, raster->Rect.bottom);
-  }
+  Visit(obj, [&](const auto& object) { CountPoints(object, counts.Points, layer.Bounds); });
   if (obj.AddedObjInfoSet != nullptr) {
     ++counts.Objects[CAddedObjInfoSet::kTag];
-    counts.Objects[CUrlInfo::kTag] += obj.AddedObjInfoSet->GetElemCount();
+    for (std::uint32_t i = 0; i < obj.AddedObjInfoSet->GetElemCount(); ++i)
+      ++counts.Objects[obj.AddedObjInfoSet->GetElem(i)->GetRuntimeClass().Name];
   }
 }
 
@@ -108,12 +102,21 @@ void CountLayer(CLayerData& layer, MapCounts& counts) {
   }
 }
 
+/// Counts zero of every class that derives from Base.
+template <class Base>
+void NameKindsOf(std::map<std::string_view, std::uint64_t>& objects) {
+  ForEachClass([&]<class Row>(Row) {
+    if constexpr (std::is_base_of_v<Base, typename Row::Chunk>) objects[Row::kTag] = 0;
+  });
+}
+
 MapCounts CountMap(const CQen& document) {
   MapCounts counts;
   for (const std::string_view tag :
-       {CMeshSegment::kTag, CLayerData::kTag, CZIdObj::kTag, CLineObj::kTag, CPolyObj::kTag,
-        CCmbLblObj::kTag, CRasLLObj::kTag, CRasMMObj::kTag, CAddedObjInfoSet::kTag, CUrlInfo::kTag})
+       {CMeshSegment::kTag, CLayerData::kTag, CZIdObj::kTag, CAddedObjInfoSet::kTag})
     counts.Objects[tag] = 0;
+  NameKindsOf<CAbstractObj>(counts.Objects);
+  NameKindsOf<CAbstractAddedObjInfo>(counts.Objects);
   const auto* segments =
       document.MapData == nullptr ? nullptr : document.MapData->MeshSegmentSet.get();
   for (std::uint32_t i = 0; segments != nullptr && i < segments->GetElemCount(); ++i) {
@@ -153,23 +156,12 @@ Json DescribeContent(CQen& document) {
           {"Layers", layers}};
 }
 
-template <class... Infos>
-std::uint64_t CountRecords(CAbstractDrawInfo& draw_info) {
-  std::uint64_t records = 0;
-  const auto count_as = [&]<class Info>(const Info* info) {
-    if (info != nullptr) records = info->ScData.size();
-  };
-  (count_as(class_cast<Infos>(&draw_info)), ...);
-  return records;
-}
-
 Json DescribeContent(CZor& document) {
+  constexpr std::string_view kMarkElem = "MarkElem";
   std::map<std::string_view, std::uint64_t> objects;
-  for (const std::string_view tag :
-       {CDrawAtter::kTag, CLineDrawInfo::kTag, CPolySolidBrushDrawInfo::kTag,
-        CPolyBmpBrushDrawInfo::kTag, CPolyShadowDrawInfo::kTag, CCmbLblDrawInfo::kTag,
-        CRasLLDrawInfo::kTag, CRasMMDrawInfo::kTag, CMarkData::kTag, std::string_view("MarkElem")})
+  for (const std::string_view tag : {CDrawAtter::kTag, CMarkData::kTag, kMarkElem})
     objects[tag] = 0;
+  NameKindsOf<CAbstractDrawInfo>(objects);
   std::uint64_t indices = 0;
   std::uint64_t records = 0;
   std::uint64_t points = 0;
@@ -181,17 +173,17 @@ Json DescribeContent(CZor& document) {
     }
   for (std::uint32_t i = 0; data.DrawInfoSet != nullptr && i < data.DrawInfoSet->GetElemCount();
        ++i) {
-    CAbstractDrawInfo& draw_info = *data.DrawInfoSet->GetElem(i);
+    const CAbstractDrawInfo& draw_info = *data.DrawInfoSet->GetElem(i);
     ++objects[draw_info.GetRuntimeClass().Name];
-    records += CountRecords<CLineDrawInfo, CPolySolidBrushDrawInfo, CPolyBmpBrushDrawInfo,
-                            CPolyShadowDrawInfo, CCmbLblDrawInfo, CRasLLDrawInfo, CRasMMDrawInfo>(
-        draw_info);
+    Visit(draw_info, [&](const auto& info) {
+      if constexpr (requires { info.ScData; }) records += info.ScData.size();
+    });
   }
   for (std::uint32_t i = 0; data.MarkDataSet != nullptr && i < data.MarkDataSet->GetElemCount();
        ++i) {
     const CMarkData& mark = *data.MarkDataSet->GetElem(i);
     ++objects[CMarkData::kTag];
-    objects["MarkElem"] += mark.MarkElem.size();
+    objects[kMarkElem] += mark.MarkElem.size();
     for (const CMarkElem& elem : mark.MarkElem) points += elem.Pt.size();
   }
   return {{"FileInfo", InfoJson(document)},

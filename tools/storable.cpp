@@ -3,23 +3,10 @@
 #include <type_traits>
 #include <vector>
 
+#include "qenzor/catalogue.h"
 #include "qenzor/core/fields.h"
 #include "qenzor/core/stored_text.h"
 #include "qenzor/platform/code_page.h"
-#include "qenzor/qen/cmb_lbl_obj.h"
-#include "qenzor/qen/line_obj.h"
-#include "qenzor/qen/poly_obj.h"
-#include "qenzor/qen/qen.h"
-#include "qenzor/qen/ras_ll_obj.h"
-#include "qenzor/qen/ras_mm_obj.h"
-#include "qenzor/zor/cmb_lbl_draw_info.h"
-#include "qenzor/zor/line_draw_info.h"
-#include "qenzor/zor/poly_bmp_brush_draw_info.h"
-#include "qenzor/zor/poly_shadow_draw_info.h"
-#include "qenzor/zor/poly_solid_brush_draw_info.h"
-#include "qenzor/zor/ras_ll_draw_info.h"
-#include "qenzor/zor/ras_mm_draw_info.h"
-#include "qenzor/zor/zor.h"
 
 namespace tool {
 
@@ -73,19 +60,14 @@ class CLimitWalk {
 
   /// An element of an array set, of whatever class.
   bool FitElem(const CAbstractChunkEdit* elem, std::size_t at) {
-    return FitAs<CLineObj, CPolyObj, CCmbLblObj, CRasLLObj, CRasMMObj, CUrlInfo, CZIdObj,
-                 CLayerData, CMeshSegment, CLineDrawInfo, CPolySolidBrushDrawInfo,
-                 CPolyBmpBrushDrawInfo, CPolyShadowDrawInfo, CCmbLblDrawInfo, CRasLLDrawInfo,
-                 CRasMMDrawInfo, CMarkData>(elem, at);
-  }
-  template <class First, class... Rest>
-  bool FitAs(const CAbstractChunkEdit* elem, std::size_t at) {
-    if (const auto* edit = dynamic_cast<const typename First::EditClass*>(elem); edit != nullptr)
-      return Walk(std::string(First::kTag) + "[" + std::to_string(at) + "]", *edit);
-    if constexpr (sizeof...(Rest) > 0)
-      return FitAs<Rest...>(elem, at);
-    else
-      return true;
+    bool fits = true;
+    AnyClass([&]<class Row>(Row) {
+      const auto* edit = dynamic_cast<const typename Row::Edit*>(elem);
+      if (edit != nullptr)
+        fits = Walk(std::string(Row::kTag) + "[" + std::to_string(at) + "]", *edit);
+      return edit != nullptr;
+    });
+    return fits;
   }
 
   template <class T, class O, class V, class C>

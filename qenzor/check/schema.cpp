@@ -2,33 +2,13 @@
 #include <tuple>
 #include <type_traits>
 
+#include "qenzor/catalogue.h"
 #include "qenzor/check/schema_impl.h"
 #include "qenzor/core/fields.h"
-#include "qenzor/qen/cmb_lbl_obj.h"
-#include "qenzor/qen/line_obj.h"
-#include "qenzor/qen/poly_obj.h"
-#include "qenzor/qen/qen.h"
-#include "qenzor/qen/ras_ll_obj.h"
-#include "qenzor/qen/ras_mm_obj.h"
-#include "qenzor/zor/cmb_lbl_draw_info.h"
-#include "qenzor/zor/line_draw_info.h"
-#include "qenzor/zor/poly_bmp_brush_draw_info.h"
-#include "qenzor/zor/poly_shadow_draw_info.h"
-#include "qenzor/zor/poly_solid_brush_draw_info.h"
-#include "qenzor/zor/ras_ll_draw_info.h"
-#include "qenzor/zor/ras_mm_draw_info.h"
-#include "qenzor/zor/zor.h"
 
 namespace qenzor::check {
 
 namespace {
-
-using Classes = std::tuple<CUrlInfo, CAddedObjInfoSet, CLineObj, CPolyObj, CCmbLblObj, CRasLLObj,
-                           CRasMMObj, CObjSet, CZIdObj, CZIdObjSet, CLayerData, CLayerSet,
-                           CQenMapData, CMarkData, CMarkDataSet, CRasMMDrawInfo, CRasLLDrawInfo,
-                           CCmbLblDrawInfo, CPolyShadowDrawInfo, CPolyBmpBrushDrawInfo,
-                           CPolySolidBrushDrawInfo, CLineDrawInfo, CDrawInfoSet, CDrawInfoIdxSet,
-                           CDrawAtter, CDrawAtterSet, CZorDrawData, CMeshSegmentSet, CMeshSegment>;
 
 template <class Chunk>
 constexpr bool kIsSet = requires {
@@ -161,11 +141,16 @@ constexpr std::span<const FieldSchema> FieldSpan() {
     return kFields<ClassList<Chunk>>;
 }
 
-template <class Chunk, class... Sub>
-constexpr std::uint32_t AcceptedBy(std::tuple<Sub...>* /*classes*/) {
+static_assert(kChunkIds <= 32, "The schema keeps one bit for each chunk id.");
+
+template <class Chunk>
+constexpr std::uint32_t AcceptedBy() {
   std::uint32_t accepted = 0;
   if constexpr (kIsSet<Chunk>)
-    ((accepted |= std::is_base_of_v<typename Chunk::Element, Sub> ? 1U << Sub::kChunkId : 0U), ...);
+    ForEachClass([&accepted]<class Sub>(Sub) {
+      if (std::is_base_of_v<typename Chunk::Element, typename Sub::Chunk>)
+        accepted |= 1U << Sub::kChunkId;
+    });
   else
     ForEachField(FieldsOf<Chunk>(), [&accepted]<class F>(const F& /*f*/) {
       if constexpr (requires { typename F::Chunk; }) accepted |= 1U << F::Chunk::kChunkId;
@@ -182,20 +167,19 @@ constexpr auto ConsumedOf() -> std::uint32_t (*)(const void*, std::uint32_t) {
 }
 
 template <class Chunk>
-constexpr ClassSchema SchemaOfClass<Chunk>::kValue{
-    Chunk::kChunkId,    Chunk::kTag,
-    kIsSet<Chunk>,      std::is_same_v<Chunk, CDrawAtterSet>,
-    FieldSpan<Chunk>(), AcceptedBy<Chunk>(static_cast<Classes*>(nullptr)),
-    ConsumedOf<Chunk>()};
+constexpr ClassSchema SchemaOfClass<Chunk>::kValue{Chunk::kChunkId, Chunk::kTag, kIsSet<Chunk>,
+                                                   requires {typename Chunk::Key;
+}  // namespace
+, FieldSpan<Chunk>(), AcceptedBy<Chunk>(), ConsumedOf<Chunk>()
+};  // namespace qenzor::check
 
-template <class... Chunks>
-constexpr auto MakeTable(std::tuple<Chunks...>* /*classes*/) {
-  std::array<const ClassSchema*, 32> by_id{};
-  ((by_id[Chunks::kChunkId] = &SchemaOfClass<Chunks>::kValue), ...);
+constexpr auto kClasses = [] {
+  std::array<const ClassSchema*, kChunkIds> by_id{};
+  ForEachClass([&by_id]<class Row>(Row) {
+    by_id[Row::kChunkId] = &SchemaOfClass<typename Row::Chunk>::kValue;
+  });
   return by_id;
-}
-
-constexpr auto kClasses = MakeTable(static_cast<Classes*>(nullptr));
+}();
 
 constexpr DocumentSchema kQenSchema{"Qen", "QenFileInfo", kFields<RecordList<QenFileInfo>>,
                                     PackedSize<QenFileInfo>(), &SchemaOfClass<CQenMapData>::kValue};

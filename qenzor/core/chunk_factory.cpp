@@ -11,7 +11,8 @@ CChunkFactory::CChunkFactory() = default;
 CChunkFactory::~CChunkFactory() = default;
 
 CAbstractChunk* CChunkFactory::CreateInstance(const CChunkHeader& header) {
-  const Creator creator = header.ChunkId < kChunkIds ? kCreators[header.ChunkId] : nullptr;
+  const Creator creator =
+      header.ChunkId < kCreatorsById.size() ? kCreatorsById[header.ChunkId] : nullptr;
   CAbstractChunk* chunk = creator != nullptr ? creator() : CreateUnKnownChunkInst();
   if (chunk != nullptr) chunk->SetHeader(header);
   return chunk;

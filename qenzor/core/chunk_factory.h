@@ -1,7 +1,7 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <span>
 
 #include "qenzor/core/abstract_chunk.h"
 
@@ -12,9 +12,9 @@ namespace qenzor {
 class QENZOR_EXPORT CChunkFactory {
  public:
   using Creator = CAbstractChunk* (*)();
-  static constexpr std::uint32_t kChunkIds = 31;
-  /// The creators by chunk id; an id without one makes an unknown chunk.
-  static const std::array<Creator, kChunkIds> kCreators;
+  /// The creators by chunk id, null where no class has the id: such a chunk is unknown, as is one
+  /// whose id lies beyond.
+  static const std::span<const Creator> kCreatorsById;
 
   CChunkFactory();
   virtual ~CChunkFactory();

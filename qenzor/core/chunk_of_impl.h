@@ -1,13 +1,14 @@
 #pragma once
 
 #include "qenzor/core/chunk_of.h"
+#include "qenzor/core/class_row_impl.h"
 #include "qenzor/core/field_io_impl.h"
 
 namespace qenzor {
 
 template <class Self, class Base, class Data>
-constinit const CRuntimeClass CChunkOf<Self, Base, Data>::kRuntimeClass{Self::kTag,
-                                                                        &Base::kRuntimeClass};
+constinit const CRuntimeClass CChunkOf<Self, Base, Data>::kRuntimeClass{
+    Self::kTag, &Base::kRuntimeClass, &RowInCatalogue<Self>};
 
 template <class Self, class Base, class Data>
 CChunkOf<Self, Base, Data>::CChunkOf() {

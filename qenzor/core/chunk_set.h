@@ -82,6 +82,7 @@ template <class T>
 class QENZOR_EXPORT CChunkSetMap<std::uint64_t, T> : public CAbstractChunkSet<T> {
  public:
   using Element = std::remove_pointer_t<T>;
+  using Key = std::uint64_t;
   using Elems = CMap<std::uint64_t, std::unique_ptr<Element>>;
   static constexpr std::uint32_t kBuckets = 8191;
   static const CRuntimeClass kRuntimeClass;

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "qenzor/core/chunk_set.h"
+#include "qenzor/core/class_row_impl.h"
 #include "qenzor/core/field_io_impl.h"
 
 namespace qenzor {
@@ -285,8 +286,8 @@ bool CChunkSetMap<std::uint64_t, T>::WriteData(CFile* file, bool recalc) {
 // Concrete sets.
 
 template <class Self, class SetBase>
-constinit const CRuntimeClass CSetOf<Self, SetBase>::kRuntimeClass{Self::kTag,
-                                                                   &SetBase::kRuntimeClass};
+constinit const CRuntimeClass CSetOf<Self, SetBase>::kRuntimeClass{
+    Self::kTag, &SetBase::kRuntimeClass, &RowInCatalogue<Self>};
 
 template <class Self, class SetBase>
 CSetOf<Self, SetBase>::CSetOf() {

@@ -35,4 +35,14 @@ class QENZOR_EXPORT CAbstractChunkEdit : public CSlabObject {
   CAbstractChunkEdit() = default;
 };
 
+/// The edit object as a T when it is one, else null.
+template <class T>
+T* class_cast(CAbstractChunkEdit* edit) noexcept {
+  return dynamic_cast<T*>(edit);
+}
+template <class T>
+const T* class_cast(const CAbstractChunkEdit* edit) noexcept {
+  return dynamic_cast<const T*>(edit);
+}
+
 }  // namespace qenzor

@@ -3,21 +3,15 @@
 #include <memory>
 #include <new>
 
-#include "qenzor/edit/edit_rows_impl.h"
+#include "qenzor/core/class_row_impl.h"
+#include "qenzor/edit/chunk_edit_impl.h"
 
 namespace qenzor {
 
-const CChunkEditFactory::Row* FindEditRow(CAbstractChunk& chunk) {
-  for (const CRuntimeClass* cls = &chunk.GetRuntimeClass(); cls != nullptr; cls = cls->Base)
-    for (const CChunkEditFactory::Row& row : EditRows())
-      if (row.Chunk == cls) return &row;
-  return nullptr;
-}
-
 std::unique_ptr<CAbstractChunkEdit> MakeEdit(CAbstractChunk& chunk) {
-  const CChunkEditFactory::Row* row = FindEditRow(chunk);
+  const ClassRow* row = FindRow(chunk);
   if (row == nullptr) return nullptr;
-  std::unique_ptr<CAbstractChunkEdit> edit(row->Create());
+  std::unique_ptr<CAbstractChunkEdit> edit(row->CreateEdit());
   edit->ChunkDataToEditData(&chunk);
   return edit;
 }
@@ -30,8 +24,8 @@ CAbstractChunkEdit* CChunkEditFactory::CreateInstance(CAbstractChunk* chunk) try
 
 CAbstractChunkEdit* CChunkEditFactory::CreateInitInstance(CAbstractChunkTextConverter* conv) try {
   if (conv != nullptr)
-    for (const Row& row : EditRows())
-      if (row.IsConverter(*conv)) return row.Create();
+    for (const ClassRow& row : ClassRows())
+      if (row.IsConverter(*conv)) return row.CreateEdit();
   return nullptr;
 } catch (const std::bad_alloc&) {
   return nullptr;

@@ -10,13 +10,6 @@ class CAbstractChunkTextConverter;
 /// returned; null when the class has no edit form or memory runs out.
 class QENZOR_EXPORT CChunkEditFactory {
  public:
-  /// One class: how its edit form is made, and how a converter of it is known.
-  struct Row {
-    const CRuntimeClass* Chunk;
-    CAbstractChunkEdit* (*Create)();
-    bool (*IsConverter)(const CAbstractChunkTextConverter&);
-  };
-
   /// The edit object that belongs to the chunk's class, filled from the chunk.
   [[nodiscard]] static CAbstractChunkEdit* CreateInstance(CAbstractChunk* chunk);
   /// An empty edit object of the class that belongs to the converter's.

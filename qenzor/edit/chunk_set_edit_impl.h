@@ -1,8 +1,8 @@
 #pragma once
 
 #include "qenzor/core/chunk_set.h"
+#include "qenzor/edit/chunk_edit_impl.h"
 #include "qenzor/edit/chunk_set_edit.h"
-#include "qenzor/edit/edit_rows_impl.h"
 
 namespace qenzor {
 
@@ -50,8 +50,7 @@ void CChunkSetArrayEdit<T, TEdit>::ChunkDataToEditData(CAbstractChunk* chunk) {
   for (std::uint32_t i = 0; i < count; ++i) {
     T elem = set->GetElem(i);
     if (elem == nullptr) continue;
-    // The catalogue gives every class derived from the element class an edit form derived from the
-    // element edit class, so no test is needed here.
+    // The catalogue has checked that this edit form is one that the set's holds.
     if (auto edit = MakeEdit(*elem); edit != nullptr)
       this->m_list.emplace_back(static_cast<TEdit>(edit.release()));
   }

@@ -7,11 +7,15 @@
 
 namespace qenzor {
 
+struct ClassRow;
+
 /// What an object tells of its class at run time: its name and the class it derives from.
 /// One instance a class, compared by address.
 struct CRuntimeClass {
   std::string_view Name;
   const CRuntimeClass* Base = nullptr;
+  /// What the library's factories know of the class; null for classes that are not made by them.
+  const ClassRow& (*Row)() noexcept = nullptr;
 
   constexpr bool IsDerivedFrom(const CRuntimeClass& other) const noexcept {
     const CRuntimeClass* cls = this;
@@ -42,6 +46,13 @@ T* class_cast(CObject* object) noexcept {
   if (object == nullptr || !object->GetRuntimeClass().IsDerivedFrom(T::kRuntimeClass))
     return nullptr;
   return static_cast<T*>(object);
+}
+/// The same for an object that is only read; T may be const or not, the result is.
+template <class T>
+const T* class_cast(const CObject* object) noexcept {
+  if (object == nullptr || !object->GetRuntimeClass().IsDerivedFrom(T::kRuntimeClass))
+    return nullptr;
+  return static_cast<const T*>(object);
 }
 
 }  // namespace qenzor

@@ -39,11 +39,4 @@ class QENZOR_EXPORT CAbstractObjEdit : public CAbstractChunkEdit, public ObjBase
   bool SetSubChunkEdit(CAbstractChunkEdit* sub) override;
 };
 
-// The kinds, known by name to the set that holds them.
-class QENZOR_EXPORT CLineObj;
-class QENZOR_EXPORT CPolyObj;
-class QENZOR_EXPORT CCmbLblObj;
-class QENZOR_EXPORT CRasLLObj;
-class QENZOR_EXPORT CRasMMObj;
-
 }  // namespace qenzor

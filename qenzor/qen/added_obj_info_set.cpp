@@ -14,6 +14,6 @@ template class CChunkSetArrayEdit<CAbstractAddedObjInfo*, CAbstractAddedObjInfoE
 template class CSetEditOf<CAddedObjInfoSetEdit, CAddedObjInfoSet,
                           CChunkSetArrayEdit<CAbstractAddedObjInfo*, CAbstractAddedObjInfoEdit*>>;
 template class CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>;
-template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>, CUrlInfo>;
+template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>>;
 
 }  // namespace qenzor

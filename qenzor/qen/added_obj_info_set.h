@@ -25,7 +25,7 @@ class QENZOR_EXPORT CAddedObjInfoSetEdit
                         CChunkSetArrayEdit<CAbstractAddedObjInfo*, CAbstractAddedObjInfoEdit*>> {};
 
 class QENZOR_EXPORT CAddedObjInfoSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>, CUrlInfo> {};
+    : public CSetConverterOf<CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>> {};
 
 extern template class CAbstractChunkSet<CAbstractAddedObjInfo*>;
 extern template class CChunkSetArray<CAbstractAddedObjInfo*>;
@@ -36,7 +36,6 @@ extern template class CSetEditOf<
     CAddedObjInfoSetEdit, CAddedObjInfoSet,
     CChunkSetArrayEdit<CAbstractAddedObjInfo*, CAbstractAddedObjInfoEdit*>>;
 extern template class CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>,
-                                      CUrlInfo>;
+extern template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>>;
 
 }  // namespace qenzor

@@ -14,6 +14,6 @@ template class CChunkSetArrayEdit<CLayerData*, CLayerDataEdit*>;
 template class CSetEditOf<CLayerSetEdit, CLayerSet,
                           CChunkSetArrayEdit<CLayerData*, CLayerDataEdit*>>;
 template class CChunkSetArrayTextConverter<CLayerData*>;
-template class CSetConverterOf<CChunkSetArrayTextConverter<CLayerData*>, CLayerData>;
+template class CSetConverterOf<CChunkSetArrayTextConverter<CLayerData*>>;
 
 }  // namespace qenzor

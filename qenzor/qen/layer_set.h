@@ -24,7 +24,7 @@ class QENZOR_EXPORT CLayerSetEdit
                         CChunkSetArrayEdit<CLayerData*, CLayerDataEdit*>> {};
 
 class QENZOR_EXPORT CLayerSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CLayerData*>, CLayerData> {};
+    : public CSetConverterOf<CChunkSetArrayTextConverter<CLayerData*>> {};
 
 extern template class CAbstractChunkSet<CLayerData*>;
 extern template class CChunkSetArray<CLayerData*>;
@@ -34,6 +34,6 @@ extern template class CChunkSetArrayEdit<CLayerData*, CLayerDataEdit*>;
 extern template class CSetEditOf<CLayerSetEdit, CLayerSet,
                                  CChunkSetArrayEdit<CLayerData*, CLayerDataEdit*>>;
 extern template class CChunkSetArrayTextConverter<CLayerData*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CLayerData*>, CLayerData>;
+extern template class CSetConverterOf<CChunkSetArrayTextConverter<CLayerData*>>;
 
 }  // namespace qenzor

@@ -14,6 +14,6 @@ template class CChunkSetArrayEdit<CMeshSegment*, CMeshSegmentEdit*>;
 template class CSetEditOf<CMeshSegmentSetEdit, CMeshSegmentSet,
                           CChunkSetArrayEdit<CMeshSegment*, CMeshSegmentEdit*>>;
 template class CChunkSetArrayTextConverter<CMeshSegment*>;
-template class CSetConverterOf<CChunkSetArrayTextConverter<CMeshSegment*>, CMeshSegment>;
+template class CSetConverterOf<CChunkSetArrayTextConverter<CMeshSegment*>>;
 
 }  // namespace qenzor

@@ -25,7 +25,7 @@ class QENZOR_EXPORT CMeshSegmentSetEdit
                         CChunkSetArrayEdit<CMeshSegment*, CMeshSegmentEdit*>> {};
 
 class QENZOR_EXPORT CMeshSegmentSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CMeshSegment*>, CMeshSegment> {};
+    : public CSetConverterOf<CChunkSetArrayTextConverter<CMeshSegment*>> {};
 
 extern template class CAbstractChunkSet<CMeshSegment*>;
 extern template class CChunkSetArray<CMeshSegment*>;
@@ -35,6 +35,6 @@ extern template class CChunkSetArrayEdit<CMeshSegment*, CMeshSegmentEdit*>;
 extern template class CSetEditOf<CMeshSegmentSetEdit, CMeshSegmentSet,
                                  CChunkSetArrayEdit<CMeshSegment*, CMeshSegmentEdit*>>;
 extern template class CChunkSetArrayTextConverter<CMeshSegment*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CMeshSegment*>, CMeshSegment>;
+extern template class CSetConverterOf<CChunkSetArrayTextConverter<CMeshSegment*>>;
 
 }  // namespace qenzor

@@ -2,11 +2,6 @@
 
 #include "qenzor/core/chunk_set_impl.h"
 #include "qenzor/edit/chunk_set_edit_impl.h"
-#include "qenzor/qen/cmb_lbl_obj.h"
-#include "qenzor/qen/line_obj.h"
-#include "qenzor/qen/poly_obj.h"
-#include "qenzor/qen/ras_ll_obj.h"
-#include "qenzor/qen/ras_mm_obj.h"
 #include "qenzor/text/chunk_set_text_converter_impl.h"
 
 namespace qenzor {
@@ -19,7 +14,6 @@ template class CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>;
 template class CSetEditOf<CObjSetEdit, CObjSet,
                           CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>>;
 template class CChunkSetArrayTextConverter<CAbstractObj*>;
-template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractObj*>, CLineObj, CPolyObj,
-                               CCmbLblObj, CRasLLObj, CRasMMObj>;
+template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractObj*>>;
 
 }  // namespace qenzor

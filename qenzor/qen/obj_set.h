@@ -24,8 +24,7 @@ class QENZOR_EXPORT CObjSetEdit
                         CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>> {};
 
 class QENZOR_EXPORT CObjSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CAbstractObj*>, CLineObj, CPolyObj,
-                             CCmbLblObj, CRasLLObj, CRasMMObj> {};
+    : public CSetConverterOf<CChunkSetArrayTextConverter<CAbstractObj*>> {};
 
 extern template class CAbstractChunkSet<CAbstractObj*>;
 extern template class CChunkSetArray<CAbstractObj*>;
@@ -35,7 +34,6 @@ extern template class CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>;
 extern template class CSetEditOf<CObjSetEdit, CObjSet,
                                  CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>>;
 extern template class CChunkSetArrayTextConverter<CAbstractObj*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractObj*>, CLineObj,
-                                      CPolyObj, CCmbLblObj, CRasLLObj, CRasMMObj>;
+extern template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractObj*>>;
 
 }  // namespace qenzor

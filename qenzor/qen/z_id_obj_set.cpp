@@ -13,6 +13,6 @@ template class CAbstractChunkSetEdit<CZIdObjEdit*>;
 template class CChunkSetArrayEdit<CZIdObj*, CZIdObjEdit*>;
 template class CSetEditOf<CZIdObjSetEdit, CZIdObjSet, CChunkSetArrayEdit<CZIdObj*, CZIdObjEdit*>>;
 template class CChunkSetArrayTextConverter<CZIdObj*>;
-template class CSetConverterOf<CChunkSetArrayTextConverter<CZIdObj*>, CZIdObj>;
+template class CSetConverterOf<CChunkSetArrayTextConverter<CZIdObj*>>;
 
 }  // namespace qenzor

@@ -23,7 +23,7 @@ class QENZOR_EXPORT CZIdObjSetEdit
     : public CSetEditOf<CZIdObjSetEdit, CZIdObjSet, CChunkSetArrayEdit<CZIdObj*, CZIdObjEdit*>> {};
 
 class QENZOR_EXPORT CZIdObjSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CZIdObj*>, CZIdObj> {};
+    : public CSetConverterOf<CChunkSetArrayTextConverter<CZIdObj*>> {};
 
 extern template class CAbstractChunkSet<CZIdObj*>;
 extern template class CChunkSetArray<CZIdObj*>;
@@ -33,6 +33,6 @@ extern template class CChunkSetArrayEdit<CZIdObj*, CZIdObjEdit*>;
 extern template class CSetEditOf<CZIdObjSetEdit, CZIdObjSet,
                                  CChunkSetArrayEdit<CZIdObj*, CZIdObjEdit*>>;
 extern template class CChunkSetArrayTextConverter<CZIdObj*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CZIdObj*>, CZIdObj>;
+extern template class CSetConverterOf<CChunkSetArrayTextConverter<CZIdObj*>>;
 
 }  // namespace qenzor

@@ -2,9 +2,9 @@
 
 #include <memory>
 
+#include "qenzor/core/class_row_impl.h"
 #include "qenzor/edit/chunk_edit_factory.h"
 #include "qenzor/platform/code_page.h"
-#include "qenzor/text/converter_rows_impl.h"
 #include "qenzor/text/escape_impl.h"
 #include "qenzor/text/xml_writer_impl.h"
 
@@ -69,11 +69,11 @@ void CAbstractChunkTextConverter::EncodeSpecialCharacterSetW(CStringW& text) { E
 
 void CAbstractChunkTextConverter::ConvertChunkToString(CStdioFile& file, const CString& tag,
                                                        CAbstractChunk* chunk, std::uint32_t level) {
-  const auto* row = chunk == nullptr ? nullptr : FindConverterRow(*chunk);
+  const ClassRow* row = chunk == nullptr ? nullptr : FindRow(*chunk);
   if (row == nullptr) return;
   CXmlWriter writer(file, level);
   writer.OpenTag(tag);
-  row->Shared().ConvertDataToString(file, chunk, level + 1);
+  row->SharedConverter().ConvertDataToString(file, chunk, level + 1);
   writer.CloseTag(tag);
 }
 

@@ -12,12 +12,18 @@ class QENZOR_EXPORT CChunkSetTextConverter : public CAbstractChunkTextConverter 
   void SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) override;
   /// The tag under which one element is written: "SetElem" unless a set knows its class.
   virtual CString GetElemTagName(CAbstractChunk* elem);
+
+ protected:
+  /// The tag of the element's class; "SetElem" when the class has none.
+  static CString TagOfClass(const CAbstractChunk& elem);
 };
 
 /// Writes the elements of an array set, in order.
 template <class T>
 class QENZOR_EXPORT CChunkSetArrayTextConverter : public CChunkSetTextConverter {
  public:
+  using Element = std::remove_pointer_t<T>;
+
   void ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk, std::uint32_t level) override;
 };
 
@@ -28,12 +34,14 @@ class QENZOR_EXPORT CChunkSetMapTextConverter;
 template <class T>
 class QENZOR_EXPORT CChunkSetMapTextConverter<std::uint64_t, T> : public CChunkSetTextConverter {
  public:
+  using Element = std::remove_pointer_t<T>;
+
   void ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk, std::uint32_t level) override;
 };
 
-/// A concrete set converter over one of those above, with the element classes that the set names,
-/// in the order in which they are tested.
-template <class SetBase, class... Elements>
+/// A concrete set converter over one of those above: it writes each element that the set may hold
+/// under the tag of its class.
+template <class SetBase>
 class QENZOR_EXPORT CSetConverterOf : public SetBase {
  public:
   CString GetElemTagName(CAbstractChunk* elem) override;

@@ -25,12 +25,10 @@ void CChunkSetMapTextConverter<std::uint64_t, T>::ConvertDataToString(CStdioFile
       [&](T elem) { this->ConvertChunkToString(file, this->GetElemTagName(elem), elem, level); });
 }
 
-template <class SetBase, class... Elements>
-CString CSetConverterOf<SetBase, Elements...>::GetElemTagName(CAbstractChunk* elem) {
-  CString tag;
-  const bool known =
-      ((class_cast<Elements>(elem) != nullptr && (tag = Elements::kTag, true)) || ...);
-  return known ? tag : SetBase::GetElemTagName(elem);
+template <class SetBase>
+CString CSetConverterOf<SetBase>::GetElemTagName(CAbstractChunk* elem) {
+  return class_cast<typename SetBase::Element>(elem) == nullptr ? SetBase::GetElemTagName(elem)
+                                                                : this->TagOfClass(*elem);
 }
 
 }  // namespace qenzor

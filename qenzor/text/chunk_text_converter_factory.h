@@ -8,14 +8,6 @@ namespace qenzor {
 /// null when there is none.
 class QENZOR_EXPORT CChunkTextConverterFactory {
  public:
-  /// One class: its tag, and its converter as a new object or as the one that all may share.
-  struct Row {
-    const CRuntimeClass* Chunk;
-    std::string_view Tag;
-    CAbstractChunkTextConverter* (*Create)();
-    CAbstractChunkTextConverter& (*Shared)();
-  };
-
   [[nodiscard]] static CAbstractChunkTextConverter* CreateInstance(CAbstractChunk* chunk);
   /// The tag is compared exactly, in the narrow code page.
   [[nodiscard]] static CAbstractChunkTextConverter* CreateInstance(const CString& tag);

@@ -15,13 +15,4 @@ class QENZOR_EXPORT CAbstractDrawInfo : public CAbstractChunk {
 
 class QENZOR_EXPORT CAbstractDrawInfoEdit : public CAbstractChunkEdit {};
 
-// The kinds, known by name to the set that holds them.
-class QENZOR_EXPORT CLineDrawInfo;
-class QENZOR_EXPORT CPolySolidBrushDrawInfo;
-class QENZOR_EXPORT CPolyBmpBrushDrawInfo;
-class QENZOR_EXPORT CPolyShadowDrawInfo;
-class QENZOR_EXPORT CCmbLblDrawInfo;
-class QENZOR_EXPORT CRasLLDrawInfo;
-class QENZOR_EXPORT CRasMMDrawInfo;
-
 }  // namespace qenzor

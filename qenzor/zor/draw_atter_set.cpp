@@ -14,7 +14,7 @@ template class CChunkSetMapEdit<std::uint64_t, CDrawAtter*, CDrawAtterEdit*>;
 template class CSetEditOf<CDrawAtterSetEdit, CDrawAtterSet,
                           CChunkSetMapEdit<std::uint64_t, CDrawAtter*, CDrawAtterEdit*>>;
 template class CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>;
-template class CSetConverterOf<CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>, CDrawAtter>;
+template class CSetConverterOf<CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>>;
 
 void CDrawAtterSet::AddElem(std::uint32_t /*index*/, CDrawAtter* elem) {
   if (elem != nullptr) m_elems.Set(elem->GetKey(), std::unique_ptr<CDrawAtter>(elem));

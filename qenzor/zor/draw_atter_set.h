@@ -32,7 +32,7 @@ class QENZOR_EXPORT CDrawAtterSetEdit
 };
 
 class QENZOR_EXPORT CDrawAtterSetTextConverter
-    : public CSetConverterOf<CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>, CDrawAtter> {};
+    : public CSetConverterOf<CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>> {};
 
 extern template class CAbstractChunkSet<CDrawAtter*>;
 extern template class CChunkSetMap<std::uint64_t, CDrawAtter*>;
@@ -42,7 +42,6 @@ extern template class CChunkSetMapEdit<std::uint64_t, CDrawAtter*, CDrawAtterEdi
 extern template class CSetEditOf<CDrawAtterSetEdit, CDrawAtterSet,
                                  CChunkSetMapEdit<std::uint64_t, CDrawAtter*, CDrawAtterEdit*>>;
 extern template class CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>;
-extern template class CSetConverterOf<CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>,
-                                      CDrawAtter>;
+extern template class CSetConverterOf<CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>>;
 
 }  // namespace qenzor

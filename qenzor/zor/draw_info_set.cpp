@@ -3,13 +3,6 @@
 #include "qenzor/core/chunk_set_impl.h"
 #include "qenzor/edit/chunk_set_edit_impl.h"
 #include "qenzor/text/chunk_set_text_converter_impl.h"
-#include "qenzor/zor/cmb_lbl_draw_info.h"
-#include "qenzor/zor/line_draw_info.h"
-#include "qenzor/zor/poly_bmp_brush_draw_info.h"
-#include "qenzor/zor/poly_shadow_draw_info.h"
-#include "qenzor/zor/poly_solid_brush_draw_info.h"
-#include "qenzor/zor/ras_ll_draw_info.h"
-#include "qenzor/zor/ras_mm_draw_info.h"
 
 namespace qenzor {
 
@@ -21,8 +14,6 @@ template class CChunkSetArrayEdit<CAbstractDrawInfo*, CAbstractDrawInfoEdit*>;
 template class CSetEditOf<CDrawInfoSetEdit, CDrawInfoSet,
                           CChunkSetArrayEdit<CAbstractDrawInfo*, CAbstractDrawInfoEdit*>>;
 template class CChunkSetArrayTextConverter<CAbstractDrawInfo*>;
-template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractDrawInfo*>, CLineDrawInfo,
-                               CPolySolidBrushDrawInfo, CPolyBmpBrushDrawInfo, CPolyShadowDrawInfo,
-                               CCmbLblDrawInfo, CRasLLDrawInfo, CRasMMDrawInfo>;
+template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractDrawInfo*>>;
 
 }  // namespace qenzor

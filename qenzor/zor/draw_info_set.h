@@ -24,9 +24,7 @@ class QENZOR_EXPORT CDrawInfoSetEdit
                         CChunkSetArrayEdit<CAbstractDrawInfo*, CAbstractDrawInfoEdit*>> {};
 
 class QENZOR_EXPORT CDrawInfoSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CAbstractDrawInfo*>, CLineDrawInfo,
-                             CPolySolidBrushDrawInfo, CPolyBmpBrushDrawInfo, CPolyShadowDrawInfo,
-                             CCmbLblDrawInfo, CRasLLDrawInfo, CRasMMDrawInfo> {};
+    : public CSetConverterOf<CChunkSetArrayTextConverter<CAbstractDrawInfo*>> {};
 
 extern template class CAbstractChunkSet<CAbstractDrawInfo*>;
 extern template class CChunkSetArray<CAbstractDrawInfo*>;
@@ -36,8 +34,6 @@ extern template class CChunkSetArrayEdit<CAbstractDrawInfo*, CAbstractDrawInfoEd
 extern template class CSetEditOf<CDrawInfoSetEdit, CDrawInfoSet,
                                  CChunkSetArrayEdit<CAbstractDrawInfo*, CAbstractDrawInfoEdit*>>;
 extern template class CChunkSetArrayTextConverter<CAbstractDrawInfo*>;
-extern template class CSetConverterOf<
-    CChunkSetArrayTextConverter<CAbstractDrawInfo*>, CLineDrawInfo, CPolySolidBrushDrawInfo,
-    CPolyBmpBrushDrawInfo, CPolyShadowDrawInfo, CCmbLblDrawInfo, CRasLLDrawInfo, CRasMMDrawInfo>;
+extern template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractDrawInfo*>>;
 
 }  // namespace qenzor

@@ -14,6 +14,6 @@ template class CChunkSetArrayEdit<CMarkData*, CMarkDataEdit*>;
 template class CSetEditOf<CMarkDataSetEdit, CMarkDataSet,
                           CChunkSetArrayEdit<CMarkData*, CMarkDataEdit*>>;
 template class CChunkSetArrayTextConverter<CMarkData*>;
-template class CSetConverterOf<CChunkSetArrayTextConverter<CMarkData*>, CMarkData>;
+template class CSetConverterOf<CChunkSetArrayTextConverter<CMarkData*>>;
 
 }  // namespace qenzor

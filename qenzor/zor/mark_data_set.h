@@ -24,7 +24,7 @@ class QENZOR_EXPORT CMarkDataSetEdit
                         CChunkSetArrayEdit<CMarkData*, CMarkDataEdit*>> {};
 
 class QENZOR_EXPORT CMarkDataSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CMarkData*>, CMarkData> {};
+    : public CSetConverterOf<CChunkSetArrayTextConverter<CMarkData*>> {};
 
 extern template class CAbstractChunkSet<CMarkData*>;
 extern template class CChunkSetArray<CMarkData*>;
@@ -34,6 +34,6 @@ extern template class CChunkSetArrayEdit<CMarkData*, CMarkDataEdit*>;
 extern template class CSetEditOf<CMarkDataSetEdit, CMarkDataSet,
                                  CChunkSetArrayEdit<CMarkData*, CMarkDataEdit*>>;
 extern template class CChunkSetArrayTextConverter<CMarkData*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CMarkData*>, CMarkData>;
+extern template class CSetConverterOf<CChunkSetArrayTextConverter<CMarkData*>>;
 
 }  // namespace qenzor

@@ -8,10 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "qenzor/catalogue.h"
 #include "qenzor/core/chunk_factory.h"
 #include "qenzor/core/unknown_chunk.h"
-#include "qenzor/qen/qen.h"
-#include "qenzor/zor/zor.h"
 #include "tests/docs/page.h"
 
 namespace {
@@ -70,7 +69,7 @@ TEST(FileFormatPage, DrawDataExampleIsWhatTheLibraryReadsAndWrites) {
 TEST(FileFormatPage, NamesTheClassOfEveryChunkId) {
   const auto rows = TableAfter(LoadPage(kPage), "\n## Chunk ids\n");
   std::size_t row = 0;
-  for (std::uint32_t id = 0; id <= qenzor::CChunkFactory::kChunkIds; ++id) {
+  for (std::uint32_t id = 0; id <= qenzor::kChunkIds; ++id) {
     const std::unique_ptr<qenzor::CAbstractChunk> chunk(
         qenzor::CChunkFactory::CreateInstance({id, 0}));
     if (qenzor::class_cast<qenzor::CUnKnownChunk>(chunk.get()) != nullptr) continue;
