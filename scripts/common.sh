@@ -32,13 +32,24 @@ install_packages() {
   rm -f "$log"
 }
 
-# configure PRESET: makes the preset's build folder, once; ninja sees to later changes itself.
+# components: the names of the optional components.
+components() { sed -n 's/^\([a-z][a-z0-9]*\).*/\1/p' "$root/scripts/components.txt"; }
+
+# configure PRESET [-DNAME=VALUE...]: makes the preset's build folder, or changes it where an option
+# has another value; ninja sees to all other changes itself. ccache is used where it is installed.
 configure() {
-  local dir=$root/build/$1
-  [ ! -f "$dir/build.ninja" ] || return 0
-  say "configuring $1"
+  local preset=$1 dir=$root/build/$1 option name is_so=yes
+  shift
+  [ -f "$dir/build.ninja" ] || is_so=
+  for option in "$@"; do
+    name=${option#-D} name=${name%%=*}
+    grep -qs "^$name:[A-Z]*=${option#*=}\$" "$dir/CMakeCache.txt" || is_so=
+  done
+  [ -z "$is_so" ] || return 0
+  say "configuring $preset"
   mkdir -p "$dir"
-  cmake -S "$root" --preset "$1" >"$dir/configure.log" 2>&1 ||
+  ! command -v ccache >/dev/null || export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+  cmake -S "$root" --preset "$preset" "$@" >"$dir/configure.log" 2>&1 ||
     { cat "$dir/configure.log" >&2; die "cmake failed"; }
 }
 

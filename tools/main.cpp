@@ -9,6 +9,7 @@
 #include "commands.h"
 #include "failure.h"
 #include "output.h"
+#include "qenzor/version.h"
 
 namespace {
 

@@ -12,3 +12,7 @@
 #else
 #define QENZOR_EXPORT __declspec(dllimport)
 #endif
+
+#if defined(_MSVC_LANG) ? _MSVC_LANG < 202002L : __cplusplus < 202002L
+#error "qenzor needs C++20: compile with -std=c++20, or set CMAKE_CXX_STANDARD to 20"
+#endif

@@ -4,8 +4,10 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <string>
 
 #include "qenzor/qen/qen.h"
+#include "qenzor/version.h"
 #include "qenzor/zor/zor.h"
 
 namespace {
@@ -84,9 +86,21 @@ void ClassesAreKnownAcrossTheBorder() {
   Expect(dynamic_cast<qenzor::CAbstractChunk*>(object) != nullptr, "dynamic_cast agrees");
 }
 
+void VersionIsToldAlike() {
+  Expect(std::string(QENZOR_VERSION) == FOUND_VERSION, "the package has the header's version");
+  Expect(std::to_string(QENZOR_VERSION_MAJOR) + '.' + std::to_string(QENZOR_VERSION_MINOR) + '.' +
+                 std::to_string(QENZOR_VERSION_PATCH) ==
+             QENZOR_VERSION,
+         "the numbers are those of the text");
+#if QENZOR_VERSION_NUMBER < 100
+  Expect(false, "the preprocessor can compare");
+#endif
+}
+
 }  // namespace
 
 int main() {
+  VersionIsToldAlike();
   Expect(!qenzor::CQen().Read("no-such-file.qen"), "a missing map is told");
   Expect(!qenzor::CZor().Read("no-such-file.zor"), "missing draw data is told");
   DocumentComesBackFromBytes();

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # headers.sh PREFIX CXX: every header installed at PREFIX compiles alone, twice in a row and without
-# a warning, and needs nothing but the standard library and its own kind.
+# a warning, and needs nothing but the standard library and its own kind. Under an older standard
+# the first error says which one it takes.
 set -euo pipefail
 export include=$1/include cxx=$2
 
@@ -21,3 +22,7 @@ check() {
 export -f check
 printf '%s\0' "${headers[@]}" | xargs -0 -P "$(nproc)" -I{} bash -c 'check {}'
 echo "${#headers[@]} headers compile alone"
+
+first=$(echo '#include "qenzor/qen/qen.h"' |
+  "$cxx" -std=c++17 -fsyntax-only -I "$include" -x c++ - 2>&1 | grep -m 1 'error:' || true)
+[[ $first == *"C++20"* ]] || { echo "C++17 is first told: $first"; exit 1; }
