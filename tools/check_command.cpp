@@ -73,10 +73,12 @@ class CChecker {
     std::string reason;
     try {
       m_progress.Stage("checking " + name);
-      Input input = ReadInput(path);
-      code = "file-not-recognised";
+      Input input = ReadInput(path, kind, Need::kAll);
       const DocumentKind found = FindKind(input, kind);
       return std::pair(std::move(input), found);
+    } catch (const CUnknownKind& failure) {
+      code = "file-not-recognised";
+      reason = std::string(failure.what()).substr(name.size() + 2);
     } catch (const CFailure& failure) {
       reason = std::string(failure.what()).substr(name.size() + 2);
     } catch (const std::bad_alloc&) {

@@ -42,7 +42,7 @@ DocumentKind FindBinaryKind(const Input& input, const Options& options) {
 int RunCopy(const Options& options) {
   CProgress progress(options.Quiet);
   progress.Stage("reading");
-  const Input input = ReadInput(options.In);
+  const Input input = ReadInput(options.In, options.Kind, Need::kFront);
   return WithKind(FindBinaryKind(input, options).Kind, [&](auto kind) {
     using Kind = decltype(kind);
     auto document = ReadDocument<Kind>(input);
@@ -57,7 +57,7 @@ int RunCopy(const Options& options) {
 int RunToXml(const Options& options) {
   CProgress progress(options.Quiet);
   progress.Stage("reading");
-  const Input input = ReadInput(options.In);
+  const Input input = ReadInput(options.In, options.Kind, Need::kFront);
   return WithKind(FindBinaryKind(input, options).Kind, [&](auto kind) {
     using Kind = decltype(kind);
     const auto document = ReadDocument<Kind>(input);
@@ -75,7 +75,7 @@ int RunToXml(const Options& options) {
 int RunFromXml(const Options& options) {
   CProgress progress(options.Quiet);
   progress.Stage("reading XML");
-  const Input input = ReadInput(options.In);
+  const Input input = ReadXmlInput(options.In);
   const CXmlPath path(input);
   const auto convert = [&]<class Kind>(Kind /*kind*/) {
     const std::unique_ptr<typename Kind::Edit> edit(Kind::FromText(path.Get()));

@@ -1,9 +1,8 @@
 #include "documents.h"
 
-#include <filesystem>
-#include <fstream>
+#include <cerrno>
+#include <system_error>
 
-#include "output.h"
 #include "qenzor/text/xml_file.h"
 
 namespace tool {
@@ -31,22 +30,21 @@ std::string DescribeError(const Input& input, BinaryKind kind) {
   qenzor::CheckOptions options;
   options.FirstErrorOnly = true;
   CFirstFinding first;
-  qenzor::CheckBinary(input.Bytes, kind, options, first);
+  const char* const asked = kind == BinaryKind::kQen ? "qen" : "zor";
+  const Input again = input.IsRegular ? ReadInput(input.Path, asked, Need::kAll) : Input{};
+  qenzor::CheckBinary(input.IsRegular ? again.Bytes : input.Bytes, kind, options, first);
   return first.GetText().empty() ? "out of memory" : first.GetText();
 }
 
 CXmlPath::CXmlPath(const Input& input) : m_path(input.Path) {
   if (input.IsRegular) return;
-  m_scratch = std::make_unique<CScratchFile>(std::filesystem::temp_directory_path().string());
-  m_path = m_scratch->GetPath();
-  std::ofstream file(m_path, std::ios::binary);
-  file.write(reinterpret_cast<const char*>(input.Bytes.data()),
-             static_cast<std::streamsize>(input.Bytes.size()));
-  file.close();
-  if (!file) throw CFailure(m_path, "cannot be written");
+  m_copy.reset(std::tmpfile());
+  if (m_copy == nullptr ||
+      std::fwrite(input.Bytes.data(), 1, input.Bytes.size(), m_copy.get()) != input.Bytes.size() ||
+      std::fflush(m_copy.get()) != 0)
+    throw CFailure(input.Name, "cannot be copied: " + std::generic_category().message(errno));
+  m_path = "/dev/fd/" + std::to_string(::fileno(m_copy.get()));
 }
-
-CXmlPath::~CXmlPath() = default;
 
 std::string DescribeXmlError(const std::string& path) {
   const auto error = qenzor::FindXmlError(path);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -59,24 +60,24 @@ std::string DescribeError(const Input& input, BinaryKind kind);
 template <class Kind>
 std::unique_ptr<typename Kind::Document> ReadDocument(const Input& input) {
   auto document = std::make_unique<typename Kind::Document>();
-  if (!document->Read(input.Bytes.data(), static_cast<std::uint32_t>(input.Bytes.size())))
-    throw CFailure(input.Name, DescribeError(input, Kind::kKind));
+  const bool read =
+      input.IsRegular
+          ? document->Read(input.Path)
+          : document->Read(input.Bytes.data(), static_cast<std::uint32_t>(input.Bytes.size()));
+  if (!read) throw CFailure(input.Name, DescribeError(input, Kind::kKind));
   return document;
 }
 
-/// The path of the input as a file; what can be read only once gets a scratch file of the object's.
+/// The path of the input as a file; what can be read only once gets a file without a name.
 class CXmlPath {
  public:
   explicit CXmlPath(const Input& input);
-  ~CXmlPath();
-  CXmlPath(const CXmlPath&) = delete;
-  CXmlPath& operator=(const CXmlPath&) = delete;
 
   const std::string& Get() const { return m_path; }
 
  private:
   std::string m_path;
-  std::unique_ptr<class CScratchFile> m_scratch;
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_copy{nullptr, &std::fclose};
 };
 
 /// Why XML does not load, with line and column; for text that loads, that its root is another.

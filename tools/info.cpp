@@ -213,7 +213,7 @@ int RunInfo(const Options& options) {
   {
     CProgress progress(options.Quiet);
     progress.Stage("reading");
-    const Input input = ReadInput(options.In);
+    const Input input = ReadInput(options.In, options.Kind, Need::kFront);
     const DocumentKind found = FindKind(input, options.Kind);
     WithKind(found.Kind, [&](auto kind) {
       using Kind = decltype(kind);
@@ -225,7 +225,7 @@ int RunInfo(const Options& options) {
       report = {{"File", input.Name},
                 {"Kind", Kind::kRoot},
                 {"Form", found.IsXml ? "XML" : "binary"},
-                {"FileBytes", input.Bytes.size()}};
+                {"FileBytes", input.Size}};
       constexpr std::uint64_t kInfoSize =
           Kind::kKind == BinaryKind::kQen ? PackedSize<QenFileInfo>() : PackedSize<ZorFileInfo>();
       report["StoredBytes"] = StoredSize(*document, kInfoSize);

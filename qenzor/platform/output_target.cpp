@@ -1,0 +1,74 @@
+#include <cerrno>
+#include <charconv>
+#include <filesystem>
+
+#include "qenzor/platform/output_target_impl.h"
+
+namespace qenzor {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The number of the open descriptor that the name stands for; -1 if it stands for none.
+int DescriptorOf(const fs::path& folder, const CString& name) {
+  std::error_code error;
+  if (folder != fs::canonical("/dev/fd", error) || error) return -1;
+  int descriptor = -1;
+  const char* const end = name.data() + name.size();
+  const auto [past, failure] = std::from_chars(name.data(), end, descriptor);
+  return failure == std::errc{} && past == end ? descriptor : -1;
+}
+
+}  // namespace
+
+bool FindOutputTarget(const CString& path, OutputTarget& target) {
+  // As many links as the system itself follows.
+  constexpr int kMaxLinks = 40;
+  using Kind = OutputTarget::Kind;
+  const bool exists = ::stat(path.c_str(), &target.Status) == 0;
+  target.Path = path;
+  if (exists && S_ISDIR(target.Status.st_mode)) {
+    target.What = Kind::kFolder;
+    return true;
+  }
+  fs::path link = path;
+  for (int links = 0; links <= kMaxLinks; ++links) {
+    if (!link.has_filename()) {
+      errno = ENOENT;
+      return false;
+    }
+    std::error_code error;
+    const fs::path folder = fs::canonical(link.has_parent_path() ? link.parent_path() : ".", error);
+    if (error) {
+      errno = error.value();
+      return false;
+    }
+    target.Descriptor = DescriptorOf(folder, link.filename());
+    if (target.Descriptor >= 0) {
+      target.What = Kind::kDescriptor;
+      return true;
+    }
+    link = folder / link.filename();
+    struct stat status {};
+    if (::lstat(link.c_str(), &status) != 0 && errno != ENOENT) return false;
+    if (!S_ISLNK(status.st_mode)) {
+      target.What = !exists                          ? Kind::kNew
+                    : S_ISREG(target.Status.st_mode) ? Kind::kFile
+                                                     : Kind::kOther;
+      target.Folder = folder;
+      target.Path = link;
+      return true;
+    }
+    const fs::path next = fs::read_symlink(link, error);
+    if (error) {
+      errno = error.value();
+      return false;
+    }
+    link = folder / next;
+  }
+  errno = ELOOP;
+  return false;
+}
+
+}  // namespace qenzor
