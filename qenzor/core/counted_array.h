@@ -39,15 +39,16 @@ class CCountedArray {
   void Reset(Count count) {
     clear();
     if (count == 0) return;
-    auto* elems = static_cast<T*>(AllocateBlock(count * sizeof(T)));
+    auto* elems = static_cast<T*>(AllocateArrayBlock(count * sizeof(T)));
     if constexpr (!std::is_trivially_copyable_v<T>)
       std::uninitialized_default_construct_n(elems, count);
     m_elems = elems;
     m_count = count;
   }
   void clear() noexcept {
+    if (m_elems == nullptr) return;
     std::destroy_n(m_elems, m_count);
-    FreeBlock(m_elems, m_count * sizeof(T));
+    FreeBlock(m_elems);
     m_elems = nullptr;
     m_count = 0;
   }

@@ -10,7 +10,7 @@
 #include "qenzor/core/fields.h"
 #include "qenzor/core/source.h"
 #include "qenzor/platform/file_bytes.h"
-#include "qenzor/platform/slab.h"
+#include "qenzor/platform/pages_impl.h"
 
 namespace qenzor {
 

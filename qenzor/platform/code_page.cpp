@@ -1,15 +1,12 @@
 #include "qenzor/platform/code_page.h"
 
-#include <iconv.h>
-
-#include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <new>
 #include <string_view>
 #include <type_traits>
+
+#include "qenzor/platform/code_page_rows_impl.h"
 
 namespace qenzor {
 namespace {
@@ -21,45 +18,9 @@ struct Pair {
   std::uint32_t Code;
   char16_t Unit;
 };
-/// The code page passes the bytes without a meaning through, and back; iconv refuses them.
+/// Bytes without a meaning pass through, and back.
 constexpr std::array<Pair, 5> kUnassignedBytes{
     {{0x80, 0x0080}, {0xA0, 0xF8F0}, {0xFD, 0xF8F1}, {0xFE, 0xF8F2}, {0xFF, 0xF8F3}}};
-
-/// One direction of iconv, for single characters.
-class Converter {
- public:
-  Converter(const char* to, const char* from) : m_handle(iconv_open(to, from)) {
-    // Only a code page that does not exist may become question marks for the rest of the process.
-    if (!IsOpen() && errno == ENOMEM) {
-      throw std::bad_alloc();
-    }
-  }
-  ~Converter() {
-    if (IsOpen()) {
-      iconv_close(m_handle);
-    }
-  }
-  Converter(const Converter&) = delete;
-  Converter& operator=(const Converter&) = delete;
-
-  bool IsOpen() const noexcept { return reinterpret_cast<std::intptr_t>(m_handle) != -1; }
-
-  /// The number of bytes that the whole of `from` became in `to`; 0 if it is no one character.
-  std::size_t Convert(std::string_view from, std::array<char, 2>& to) const noexcept {
-    std::array<char, 2> source{};
-    std::copy(from.begin(), from.end(), source.begin());
-    char* in = source.data();
-    char* out = to.data();
-    std::size_t in_left = from.size();
-    std::size_t out_left = to.size();
-    iconv(m_handle, nullptr, nullptr, nullptr, nullptr);
-    const bool exact = iconv(m_handle, &in, &in_left, &out, &out_left) == 0 && in_left == 0;
-    return exact ? to.size() - out_left : 0;
-  }
-
- private:
-  iconv_t m_handle;
-};
 
 std::uint32_t ByteValue(char byte) noexcept { return static_cast<unsigned char>(byte); }
 
@@ -67,69 +28,43 @@ std::uint32_t ByteValue(char byte) noexcept { return static_cast<unsigned char>(
 /// stands for nothing, as ASCII is not looked up here.
 class CodePage {
  public:
-  CodePage() {
-    const Converter decoder("UTF-16LE", "CP932");
-    const Converter encoder("CP932", "UTF-16LE");
-    if (!decoder.IsOpen() || !encoder.IsOpen()) {
-      return;
-    }
-    for (const auto& [code, unit] : kUnassignedBytes) {
-      m_units[code] = unit;
-      m_codes[unit] = static_cast<std::uint16_t>(code);
-    }
-    for (std::uint32_t first = kAsciiEnd; first < 0x100; ++first) {
-      if (m_units[first] == 0 && !AddCode(decoder, first)) {
-        for (std::uint32_t second = 0; second < 0x100; ++second) {
-          AddCode(decoder, first << 8U | second);
-        }
+  constexpr CodePage() {
+    for (const auto& [code, unit] : kUnassignedBytes) Add(code, unit);
+    for (std::uint32_t code = 0xA1; code < 0xE0; ++code)
+      Add(code, static_cast<char16_t>(0xFF61 + code - 0xA1));
+    for (const auto& [lead, units] : kCodePageRows) {
+      std::uint32_t trail = kFirstTrail;
+      for (const char16_t unit : units) {
+        if (unit != u' ') Add(std::uint32_t{lead} << 8U | trail, unit);
+        trail = Next(trail);
       }
     }
-    for (const char16_t unit : m_units) {
-      if (unit != 0) {
-        AddUnit(encoder, unit);
-      }
-    }
+    char16_t unit = 0xE000;
+    for (std::uint32_t lead = 0xF0; lead < 0xFA; ++lead)
+      for (std::uint32_t trail = kFirstTrail; trail <= 0xFC; trail = Next(trail))
+        Add(lead << 8U | trail, unit++);
   }
 
-  std::uint32_t Code(char16_t unit) const noexcept { return m_codes[unit]; }
-  char16_t Unit(std::uint32_t code) const noexcept { return m_units[code]; }
+  constexpr std::uint32_t Code(char16_t unit) const noexcept { return m_codes[unit]; }
+  constexpr char16_t Unit(std::uint32_t code) const noexcept { return m_units[code]; }
 
  private:
-  bool AddCode(const Converter& decoder, std::uint32_t code) noexcept {
-    const std::array bytes{static_cast<char>(code >> 8U), static_cast<char>(code)};
-    const std::size_t length = code < 0x100 ? 1 : 2;
-    std::array<char, 2> unit{};
-    if (decoder.Convert({bytes.data() + 2 - length, length}, unit) != 2) {
-      return false;
-    }
-    m_units[code] = static_cast<char16_t>(ByteValue(unit[1]) << 8U | ByteValue(unit[0]));
-    return true;
-  }
+  static constexpr std::uint32_t kFirstTrail = 0x40;
 
-  // Several codes may mean the same unit, and iconv knows which of them is written. It also encodes
-  // look-alikes that decode to something else; only what comes back unchanged is kept.
-  void AddUnit(const Converter& encoder, char16_t unit) noexcept {
-    const std::array bytes{static_cast<char>(unit), static_cast<char>(unit >> 8U)};
-    std::array<char, 2> text{};
-    const std::size_t length = encoder.Convert({bytes.data(), bytes.size()}, text);
-    if (length == 0) {
-      return;
-    }
-    const std::uint32_t code =
-        length == 1 ? ByteValue(text[0]) : ByteValue(text[0]) << 8U | ByteValue(text[1]);
-    if (m_units[code] == unit) {
-      m_codes[unit] = static_cast<std::uint16_t>(code);
-    }
+  static constexpr std::uint32_t Next(std::uint32_t trail) noexcept {
+    return trail == 0x7E ? 0x80 : trail + 1;
+  }
+  constexpr void Add(std::uint32_t code, char16_t unit) noexcept {
+    m_units[code] = unit;
+    if (m_codes[unit] == 0) m_codes[unit] = static_cast<std::uint16_t>(code);
   }
 
   std::array<std::uint16_t, 0x10000> m_codes{};
   std::array<char16_t, 0x10000> m_units{};
 };
 
-const CodePage& GetCodePage() {
-  static const CodePage page;
-  return page;
-}
+/// Made by the compiler: looking something up can neither fail nor wait for another thread.
+constexpr CodePage kCodePage;
 
 /// Copies the ASCII at the start of `from` and returns how much there was.
 template <class From, class To>
@@ -166,7 +101,6 @@ char* PutCode(char* out, std::uint32_t code) noexcept {
 }  // namespace
 
 void AppendNarrow(CString& out, std::u16string_view wide) {
-  const CodePage& page = GetCodePage();
   const std::size_t before = out.size();
   out.resize(before + 2 * wide.size());
   char* end = out.data() + before;
@@ -175,7 +109,7 @@ void AppendNarrow(CString& out, std::u16string_view wide) {
     end += ascii;
     wide.remove_prefix(ascii);
     for (; !wide.empty() && wide.front() >= kAsciiEnd; wide.remove_prefix(1)) {
-      end = PutCode(end, page.Code(wide.front()));
+      end = PutCode(end, kCodePage.Code(wide.front()));
     }
   }
   out.resize(static_cast<std::size_t>(end - out.data()));
@@ -188,7 +122,6 @@ CString NarrowText(std::u16string_view wide) {
 }
 
 CStringW WidenText(std::string_view narrow) {
-  const CodePage& page = GetCodePage();
   CStringW wide(narrow.size(), u'\0');
   char16_t* end = wide.data();
   while (!narrow.empty()) {
@@ -198,9 +131,9 @@ CStringW WidenText(std::string_view narrow) {
     while (!narrow.empty() && ByteValue(narrow.front()) >= kAsciiEnd) {
       const std::uint32_t first = ByteValue(narrow.front());
       std::size_t length = 1;
-      char16_t unit = page.Unit(first);
+      char16_t unit = kCodePage.Unit(first);
       if (unit == 0 && narrow.size() > 1) {
-        unit = page.Unit(first << 8U | ByteValue(narrow[1]));
+        unit = kCodePage.Unit(first << 8U | ByteValue(narrow[1]));
         length = unit == 0 ? 1 : 2;
       }
       *end++ = unit == 0 ? kReplacement : unit;

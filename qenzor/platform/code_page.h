@@ -11,8 +11,7 @@ namespace qenzor {
 ///
 /// Only pairs that convert to each other are known: no look-alike is substituted, so text that
 /// narrows without a '?' widens to itself again. All functions may be called from several threads.
-/// They fail only for want of memory. A system without this code page narrows all but ASCII to '?'
-/// and widens all but ASCII to U+FFFD.
+/// They fail only for want of memory, and ask nothing of the system.
 
 /// Appends `wide` to `out`, one '?' for each UTF-16 unit that the code page lacks (two for a
 /// surrogate pair). When memory runs out, `out` is unchanged.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <chrono>
 #include <exception>
 #include <new>
 #include <random>
@@ -51,14 +52,22 @@ CKeyIndex& CKeyIndex::operator=(CKeyIndex&& other) noexcept {
   return *this;
 }
 
-const CKeyIndex::Salt& CKeyIndex::GetSalt() {
-  // Numbers drawn once per process.
-  static const Salt s_salt = []() -> Salt {
-    std::random_device source;
-    const auto draw = [&source] { return std::uint64_t{source()} << 32U | source(); };
-    const std::uint64_t mask = draw();
-    return {mask, draw() | 1U};
-  }();
+CKeyIndex::Salt CKeyIndex::DrawSalt() noexcept try {
+  std::random_device source;
+  const auto draw = [&source] { return std::uint64_t{source()} << 32U | source(); };
+  const std::uint64_t mask = draw();
+  return {mask, draw() | 1U};
+} catch (const std::exception&) {
+  // A system that gives no random numbers at the moment: who prepares a file knows neither the time
+  // to the nanosecond nor where this process has its memory.
+  const auto time = std::chrono::steady_clock::now().time_since_epoch().count();
+  const auto place = reinterpret_cast<std::uintptr_t>(&time);
+  return {static_cast<std::uint64_t>(time) * kMixer, place * kMixer | 1U};
+}
+
+const CKeyIndex::Salt& CKeyIndex::GetSalt() noexcept {
+  // Drawn once per process.
+  static const Salt s_salt = DrawSalt();
   return s_salt;
 }
 

@@ -83,11 +83,12 @@ class QENZOR_EXPORT CKeyIndex {
     std::uint64_t Mask = 0;
     std::uint64_t Factor = 1;  // odd, so that no two keys become one
   };
-  static const Salt& GetSalt();
+  static Salt DrawSalt() noexcept;
+  static const Salt& GetSalt() noexcept;
+  static constexpr std::uint64_t kMixer = 0x9E3779B97F4A7C15;
   static constexpr std::size_t kNoSlot = std::numeric_limits<std::size_t>::max();
 
   std::uint32_t HashOf(std::uint64_t key) const noexcept {
-    constexpr std::uint64_t kMixer = 0x9E3779B97F4A7C15;
     std::uint64_t hash = (key ^ m_salt.Mask) * m_salt.Factor;
     hash = (hash ^ hash >> 32) * kMixer;
     return static_cast<std::uint32_t>(hash >> 32);

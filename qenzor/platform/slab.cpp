@@ -1,233 +1,143 @@
 #include "qenzor/platform/slab.h"
 
 #include <algorithm>
-#include <array>
-#include <atomic>
-#include <bit>
+#include <cassert>
 #include <cstdint>
-#include <memory>
-#include <mutex>
 #include <new>
 #include <utility>
 
-#ifdef __linux__
-#include <sys/mman.h>
-#include <unistd.h>
-#endif
+#include "qenzor/platform/bulk_phase_impl.h"
+#include "qenzor/platform/slab_source_impl.h"
 
 namespace qenzor {
 
 namespace {
 
 constexpr std::size_t kAlignment = alignof(std::max_align_t);
-/// The address sanitizer shall see every object by itself.
-#if defined(__SANITIZE_ADDRESS__)
-#define QENZOR_NO_SLABS
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define QENZOR_NO_SLABS
-#endif
-#endif
-#ifdef QENZOR_NO_SLABS
-constexpr std::size_t kMaxBlock = 0;
-#else
-constexpr std::size_t kMaxBlock = 4096;
-#endif
-/// Slabs grow with what is alive, so that little is taken for a small document and little lost by a
-/// large one, up to a size at which a call for each slab costs nothing beside its use.
-constexpr std::size_t kMaxSlabSize = std::size_t{2} * 1024 * 1024;
-constexpr std::size_t kMinSlabSize = std::size_t{64} * 1024;
-/// No block crosses the border of two segments, at whose front, found from a block's address, it
-/// says to which slab they belong.
-constexpr std::size_t kSegmentSize = kMinSlabSize;
-constexpr std::align_val_t kSlabAlignment{kSegmentSize};
-constexpr std::size_t kShareOfLive = 4;
-/// Slabs of the largest size that are kept when they are empty.
-constexpr std::size_t kMaxKept = 64;
+/// Larger ones gain nothing, and would leave much of a slab empty at its end.
+constexpr std::size_t kMaxBlock = kSlabSize / 16;
+/// The most slabs that are taken at once: enough for a call to the system to cost nothing beside
+/// their use, and few beside a document that has filled as many.
+constexpr std::size_t kMaxRow = 16;
+/// What a phase takes from the global operator new before its first slab. A small document takes no
+/// slab, and a larger one loses at most about as much as it holds at the ends of its slabs.
+constexpr std::size_t kSpared = kSlabSize;
 
-// An allocator's state outlives every call; this is all of it.
-// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
-std::atomic<std::size_t> g_liveBytes{0};
-
-struct SlabHeader;
-
-/// Stands at the front of every segment, which is aligned to its size.
-struct alignas(kAlignment) SegmentHeader {
-  SlabHeader* Slab;
-};
-
-/// Stands in a slab's first segment.
-struct alignas(kAlignment) SlabHeader {
-  /// Blocks that have not come back. While the slab is being cut, which its thread counts apart,
-  /// this is kOpen less the blocks that came back.
-  std::atomic<std::int64_t> Live;
-  std::size_t Size;
-};
-constexpr std::int64_t kOpen = std::int64_t{1} << 40;
-
-/// Empty slabs of one size. A program that opens one document after another would else
-/// spend most of its time on having the system clear the same memory again and again.
-class CSlabPool {
- public:
-  explicit constexpr CSlabPool(std::size_t most) noexcept : m_most(most) {}
-
-  bool Keep(void* slab) noexcept {
-    const std::lock_guard lock(m_mutex);
-    if (m_count == m_most) return false;
-    m_slabs[m_count++] = slab;
-    return true;
-  }
-  /// The slab that was kept last, or null.
-  void* Take() noexcept {
-    const std::lock_guard lock(m_mutex);
-    return m_count == 0 ? nullptr : std::exchange(m_slabs[--m_count], nullptr);
-  }
-
- private:
-  std::mutex m_mutex;
-  std::array<void*, kMaxKept> m_slabs{};
-  std::size_t m_most;
-  std::size_t m_count = 0;
-};
-
-// Never destroyed: objects may outlive every destructor of this library. Of the smallest slabs a
-// thread that reads small documents needs two, in turn.
-constinit CSlabPool g_smallest{2};
-constinit CSlabPool g_largest{kMaxKept};
-
-CSlabPool* PoolOf(std::size_t size) noexcept {
-  return size == kMinSlabSize ? &g_smallest : size == kMaxSlabSize ? &g_largest : nullptr;
-}
-
-void* AllocateSlab(std::size_t size) noexcept {
-  CSlabPool* pool = PoolOf(size);
-  if (void* kept = pool == nullptr ? nullptr : pool->Take(); kept != nullptr) return kept;
-  void* memory = ::operator new(size, kSlabAlignment, std::nothrow);
-  if (memory != nullptr && size == kMaxSlabSize) PopulatePages(memory, size);
-  return memory;
-}
-
-void FreeSlab(void* slab, std::size_t size) noexcept {
-  CSlabPool* pool = PoolOf(size);
-  if (pool == nullptr || !pool->Keep(slab)) ::operator delete(slab, kSlabAlignment);
-}
-
-SlabHeader* MakeSlab() noexcept {
-  const std::size_t share = g_liveBytes.load(std::memory_order_relaxed) / kShareOfLive;
-  const std::size_t size = std::bit_floor(std::clamp(share, kMinSlabSize, kMaxSlabSize));
-  void* memory = AllocateSlab(size);
-  if (memory == nullptr) return nullptr;
-  g_liveBytes.fetch_add(size, std::memory_order_relaxed);
-  auto* segment = new (memory) SegmentHeader{};
-  segment->Slab = new (segment + 1) SlabHeader{kOpen, size};
-  return segment->Slab;
-}
-
-void Drop(SlabHeader* slab, std::int64_t blocks) noexcept {
-  if (slab->Live.fetch_sub(blocks, std::memory_order_acq_rel) != blocks) return;
-  g_liveBytes.fetch_sub(slab->Size, std::memory_order_relaxed);
-  FreeSlab(reinterpret_cast<SegmentHeader*>(slab) - 1, slab->Size);
-}
-
-/// The slab that a thread is cutting. It has no destructor, so that reaching it costs a thread no
-/// more than an address.
+/// Cuts blocks from slabs, in order. It has no destructor, so that reaching it costs a thread no
+/// more than an address, and is as new when no phase is under way.
 class CSlabCutter {
  public:
+  /// Null where the block is to come from elsewhere.
   void* Cut(std::size_t size) noexcept {
     const std::size_t rounded = (size + kAlignment - 1) & ~(kAlignment - 1);
-    if (rounded > m_left && !NextSegment() && !Renew()) return nullptr;
-    void* block = m_next;
-    m_next += rounded;
-    m_left -= rounded;
-    ++m_cut;
-    return block;
+    // A size of 0 is not less than anything.
+    if (rounded - 1 >= m_left || size > kMaxBlock) return CutFromNext(size);
+    return CutHere(rounded);
   }
-  void Retire() noexcept {
-    if (m_slab != nullptr) Drop(m_slab, kOpen - m_cut);
+  /// False when a phase is under way.
+  bool Start() noexcept { return !std::exchange(m_inPhase, true); }
+  void Finish() noexcept {
+    CloseSlab();
+    g_slabSource.Return(m_row);
     *this = {};
   }
 
  private:
-  bool Renew() noexcept;
-  bool NextSegment() noexcept {
-    if (m_segmentsLeft == 0) return false;
-    --m_segmentsLeft;
-    auto* segment = new (m_next + m_left) SegmentHeader{m_slab};
-    m_next = reinterpret_cast<std::uint8_t*>(segment + 1);
-    m_left = kSegmentSize - sizeof(SegmentHeader);
-    return true;
+  void* CutHere(std::size_t rounded) noexcept {
+    std::uint8_t* block = m_next;
+    m_next += rounded;
+    m_left -= rounded;
+    ++m_blocks;
+    return block;
   }
+  void* CutFromNext(std::size_t size) noexcept;
+  bool OpenSlab() noexcept;
+  void CloseSlab() noexcept;
 
-  SlabHeader* m_slab = nullptr;
   std::uint8_t* m_next = nullptr;
-  std::size_t m_left = 0;  ///< bytes left in the segment
-  std::size_t m_segmentsLeft = 0;
-  std::int64_t m_cut = 0;
+  std::size_t m_left = 0;
+  std::int32_t m_blocks = 0;  ///< cut from the slab
+  bool m_inPhase = false;
+  bool m_refused = false;  ///< whether the system had no memory for a slab
+  std::uint8_t* m_slab = nullptr;
+  SlabRow m_row;            ///< slabs that are still whole
+  std::size_t m_slabs = 0;  ///< opened so far
+  std::size_t m_spared = 0;
 };
 
 #if defined(__GNUC__)
-[[gnu::tls_model("initial-exec")]]
+#define QENZOR_NEAR_TLS [[gnu::tls_model("initial-exec")]]
+#else
+#define QENZOR_NEAR_TLS
 #endif
-constinit thread_local CSlabCutter t_cutter;
-
-/// Retires the cutter's last slab with the thread.
-struct CutterEnd {
-  CutterEnd() = default;
-  ~CutterEnd() { t_cutter.Retire(); }
-  CutterEnd(const CutterEnd&) = delete;
-  CutterEnd& operator=(const CutterEnd&) = delete;
-  void Register() const noexcept {}
-};
-const thread_local CutterEnd t_cutterEnd;
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): a phase ends with its call
+QENZOR_NEAR_TLS constinit thread_local CSlabCutter t_objects;
+QENZOR_NEAR_TLS constinit thread_local CSlabCutter t_arrays;
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
-bool CSlabCutter::Renew() noexcept {
-  SlabHeader* slab = MakeSlab();
-  if (slab == nullptr) return false;
-  Retire();
-  t_cutterEnd.Register();
-  m_slab = slab;
-  m_next = reinterpret_cast<std::uint8_t*>(slab + 1);
-  m_left = kSegmentSize - sizeof(SegmentHeader) - sizeof(SlabHeader);
-  m_segmentsLeft = slab->Size / kSegmentSize - 1;
+void* CSlabCutter::CutFromNext(std::size_t size) noexcept {
+  if (!m_inPhase || m_refused || size == 0 || size > kMaxBlock) return nullptr;
+  const std::size_t rounded = (size + kAlignment - 1) & ~(kAlignment - 1);
+  if (m_spared < kSpared) {
+    m_spared += rounded;
+    return nullptr;
+  }
+  return OpenSlab() ? CutHere(rounded) : nullptr;
+}
+
+bool CSlabCutter::OpenSlab() noexcept {
+  CloseSlab();
+  if (m_row.Count == 0) m_row = g_slabSource.Take(std::clamp(m_slabs, std::size_t{1}, kMaxRow));
+  m_refused = m_row.Count == 0;
+  if (m_refused) return false;
+  m_slab = std::exchange(m_row.Front, m_row.Front + kSlabSize);
+  --m_row.Count;
+  ++m_slabs;
+  m_next = m_slab;
+  m_left = kSlabSize;
   return true;
+}
+
+void CSlabCutter::CloseSlab() noexcept {
+  if (m_slab != nullptr) g_slabSource.Drop(m_slab, kOpenSlab - m_blocks);
+  m_slab = nullptr;
+  m_left = 0;
+  m_blocks = 0;
 }
 
 }  // namespace
 
-void PopulatePages(void* memory, std::size_t size) noexcept {
-#ifdef MADV_POPULATE_WRITE
-  const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-  auto* const end = static_cast<std::uint8_t*>(memory) + size;
-  void* from = memory;
-  std::size_t whole = size;
-  if (std::align(page, page, from, whole) == nullptr) return;
-  whole = static_cast<std::size_t>(end - static_cast<std::uint8_t*>(from)) / page * page;
-  ::madvise(from, whole, MADV_POPULATE_WRITE);
-#else
-  static_cast<void>(memory);
-  static_cast<void>(size);
-#endif
+CBulkPhase::CBulkPhase() noexcept : m_outermost(t_objects.Start()) {
+  if (m_outermost) t_arrays.Start();
+}
+
+CBulkPhase::~CBulkPhase() {
+  if (!m_outermost) return;
+  t_objects.Finish();
+  t_arrays.Finish();
 }
 
 void* TryAllocateBlock(std::size_t size) noexcept {
-  return size <= kMaxBlock ? t_cutter.Cut(size) : ::operator new(size, std::nothrow);
+  void* block = t_objects.Cut(size);
+  return block != nullptr ? block : ::operator new(size, std::nothrow);
 }
 
 void* AllocateBlock(std::size_t size) {
-  void* block = TryAllocateBlock(size);
-  if (block == nullptr) throw std::bad_alloc();
-  return block;
+  void* block = t_objects.Cut(size);
+  return block != nullptr ? block : ::operator new(size);
 }
 
-void FreeBlock(void* block, std::size_t size) noexcept {
+void* AllocateArrayBlock(std::size_t size) {
+  void* block = t_arrays.Cut(size);
+  return block != nullptr ? block : ::operator new(size);
+}
+
+void FreeBlock(void* block) noexcept {
   if (block == nullptr) return;
-  if (size > kMaxBlock) {
+  if (g_slabSource.Owns(block))
+    g_slabSource.Drop(block, 1);
+  else
     ::operator delete(block);
-    return;
-  }
-  const std::size_t offset = reinterpret_cast<std::uintptr_t>(block) & (kSegmentSize - 1);
-  Drop(reinterpret_cast<SegmentHeader*>(static_cast<std::uint8_t*>(block) - offset)->Slab, 1);
 }
 
 }  // namespace qenzor

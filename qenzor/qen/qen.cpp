@@ -1,6 +1,7 @@
 #include "qenzor/qen/qen.h"
 
 #include "qenzor/core/document_impl.h"
+#include "qenzor/platform/bulk_phase_impl.h"
 #include "qenzor/text/document_text_impl.h"
 
 namespace qenzor {
@@ -9,6 +10,7 @@ CQen::CQen() = default;
 CQen::~CQen() = default;
 
 CQen* CQen::Clone() try {
+  const CBulkPhase phase;
   auto clone = std::make_unique<CQen>();
   clone->DeepCopy(this);
   return clone.release();
@@ -17,6 +19,7 @@ CQen* CQen::Clone() try {
 }
 
 void CQen::DeepCopy(CQen* source) {
+  const CBulkPhase phase;
   if (source == this) return;
   Release();
   CopyInfo<QenFileInfo>(*source, *this);
@@ -29,12 +32,16 @@ bool CQen::Read(const CString& path) {
 }
 
 bool CQen::Read(const void* data, const std::uint32_t& size) {
+  const CBulkPhase phase;
   constexpr std::uint32_t kInfoSize = PackedSize<QenFileInfo>();
   return ReadFileInfo(data, size) &&
          ReadMapData(static_cast<const std::uint8_t*>(data) + kInfoSize, size - kInfoSize);
 }
 
-bool CQen::Read(CFile* file) { return ReadFileInfo(file) && ReadMapData(file); }
+bool CQen::Read(CFile* file) {
+  const CBulkPhase phase;
+  return ReadFileInfo(file) && ReadMapData(file);
+}
 
 bool CQen::Write(const CString& path) {
   return WriteWholeFile(path, [this](CFile& file) { return Write(&file); });
@@ -68,6 +75,7 @@ CQenEdit::CQenEdit() = default;
 CQenEdit::~CQenEdit() = default;
 
 CQen* CQenEdit::EditDataToQenData() try {
+  const CBulkPhase phase;
   auto doc = std::make_unique<CQen>();
   CopyInfo<QenFileInfo>(*this, *doc);
   doc->MapData = ChunkOfEdit<CQenMapData>(MapData.get());
@@ -77,6 +85,7 @@ CQen* CQenEdit::EditDataToQenData() try {
 }
 
 void CQenEdit::QenDataToEditData(CQen* doc) {
+  const CBulkPhase phase;
   Release();
   CopyInfo<QenFileInfo>(*doc, *this);
   if (doc->MapData == nullptr) return;

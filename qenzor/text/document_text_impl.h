@@ -10,6 +10,7 @@
 
 #include "qenzor/core/file_info.h"
 #include "qenzor/edit/field_edit_impl.h"
+#include "qenzor/platform/bulk_phase_impl.h"
 #include "qenzor/text/field_text_impl.h"
 #include "qenzor/text/xml_file.h"
 
@@ -85,6 +86,7 @@ Edit* ReadXmlDocument(const CString& path, const char* name, Fill&& fill) try {
   if (!LoadXmlFile(path, xml)) return nullptr;
   TiXmlElement* root = xml.FirstChildElement();
   if (root == nullptr || root->ValueStr() != name) return nullptr;
+  const CBulkPhase phase;
   auto edit = std::make_unique<Edit>();
   fill(edit.get(), root);
   return edit.release();

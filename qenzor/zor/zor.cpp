@@ -1,6 +1,7 @@
 #include "qenzor/zor/zor.h"
 
 #include "qenzor/core/document_impl.h"
+#include "qenzor/platform/bulk_phase_impl.h"
 #include "qenzor/text/document_text_impl.h"
 
 namespace qenzor {
@@ -9,6 +10,7 @@ CZor::CZor() = default;
 CZor::~CZor() = default;
 
 CZor* CZor::Clone() try {
+  const CBulkPhase phase;
   auto clone = std::make_unique<CZor>();
   clone->DeepCopy(this);
   return clone.release();
@@ -17,6 +19,7 @@ CZor* CZor::Clone() try {
 }
 
 void CZor::DeepCopy(CZor* source) {
+  const CBulkPhase phase;
   if (source == this) return;
   Release();
   CopyInfo<ZorFileInfo>(*source, *this);
@@ -29,12 +32,16 @@ bool CZor::Read(const CString& path) {
 }
 
 bool CZor::Read(const void* data, const std::uint32_t& size) {
+  const CBulkPhase phase;
   constexpr std::uint32_t kInfoSize = PackedSize<ZorFileInfo>();
   return ReadFileInfo(data, size) &&
          ReadDrawData(static_cast<const std::uint8_t*>(data) + kInfoSize, size - kInfoSize);
 }
 
-bool CZor::Read(CFile* file) { return ReadFileInfo(file) && ReadDrawData(file); }
+bool CZor::Read(CFile* file) {
+  const CBulkPhase phase;
+  return ReadFileInfo(file) && ReadDrawData(file);
+}
 
 bool CZor::Write(const CString& path) {
   return WriteWholeFile(path, [this](CFile& file) { return Write(&file); });
@@ -64,6 +71,7 @@ CZorEdit::CZorEdit() = default;
 CZorEdit::~CZorEdit() = default;
 
 CZor* CZorEdit::EditDataToZorData() try {
+  const CBulkPhase phase;
   auto doc = std::make_unique<CZor>();
   CopyInfo<ZorFileInfo>(*this, *doc);
   const auto draw_data = ChunkOfEdit<CZorDrawData>(&DrawData);
@@ -74,6 +82,7 @@ CZor* CZorEdit::EditDataToZorData() try {
 }
 
 void CZorEdit::ZorDataToEditData(CZor* doc) {
+  const CBulkPhase phase;
   DrawData.Release();
   CopyInfo<ZorFileInfo>(*doc, *this);
   DrawData.ChunkDataToEditData(&doc->DrawData);

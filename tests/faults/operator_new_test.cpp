@@ -19,9 +19,9 @@ Allocations& ProgramAllocations() {
 
 namespace {
 
-bool MustFail(bool slab) {
+bool MustFail() {
   Allocations& counts = ProgramAllocations();
-  if (counts.Left == Allocations::kNever || (counts.SlabsOnly && !slab)) return false;
+  if (counts.Left == Allocations::kNever) return false;
   if (counts.Left > 0) {
     --counts.Left;
     return false;
@@ -32,7 +32,7 @@ bool MustFail(bool slab) {
 }
 
 void* Make(std::size_t size) noexcept {
-  if (MustFail(false)) return nullptr;
+  if (MustFail()) return nullptr;
   void* block = std::malloc(size == 0 ? 1 : size);
   if (block != nullptr) {
     ++ProgramAllocations().Live;
@@ -42,12 +42,11 @@ void* Make(std::size_t size) noexcept {
 }
 
 void* MakeAligned(std::size_t size, std::align_val_t alignment) noexcept {
-  if (MustFail(true)) return nullptr;
+  if (MustFail()) return nullptr;
   void* block = nullptr;
   if (::posix_memalign(&block, static_cast<std::size_t>(alignment), size) != 0) return nullptr;
   ++ProgramAllocations().Live;
   ++ProgramAllocations().Made;
-  ++ProgramAllocations().Slabs;
   return block;
 }
 
@@ -101,19 +100,15 @@ TEST(OperatorNew, CountsWhatTheLibraryAllocates) {
   const long before = ProgramAllocations().Made;
   CLineObjEdit edit;
   edit.Pt.resize(30000);
-  // Its points are too many for a slab, so that the array is a block of its own.
   const std::unique_ptr<CAbstractChunk> line(edit.EditDataToChunkData());
   EXPECT_GE(ProgramAllocations().Made - before, 2);
 }
 
-TEST(OperatorNew, AnObjectThatLivesIsSeenThoughItStandsInASlab) {
-  RenewSlab();
+TEST(OperatorNew, AnObjectThatLivesIsSeen) {
   const long live = ProgramAllocations().Live;
   auto object = std::make_unique<CLineObj>();
-  RenewSlab();
   EXPECT_EQ(ProgramAllocations().Live, live + 1);
   object.reset();
-  RenewSlab();
   EXPECT_EQ(ProgramAllocations().Live, live);
 }
 

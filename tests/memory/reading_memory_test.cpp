@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <malloc.h>
+#include <sys/mman.h>
 
 #include <atomic>
 #include <cstdint>
@@ -60,6 +61,12 @@ void operator delete(void* block, std::size_t /*size*/) noexcept { Release(block
 void operator delete(void* block, std::align_val_t /*alignment*/) noexcept { Release(block); }
 void operator delete(void* block, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
   Release(block);
+}
+
+/// Without memory for slabs each object is an allocation that can be counted.
+extern "C" void* mmap(void* /*place*/, size_t /*size*/, int /*protection*/, int /*flags*/,
+                      int /*file*/, off_t /*offset*/) noexcept {
+  return MAP_FAILED;
 }
 
 namespace {
@@ -198,13 +205,11 @@ TEST(ReadingMemory, DamagedDocumentsStayWithinBounds) {
   }
 }
 
-TEST(ReadingMemory, AllOfItComesBackButASlabOrTwo) {
-  constexpr std::size_t kMostKept = std::size_t{256} * 1024;
-  constexpr int kTimes = 100;
+TEST(ReadingMemory, AllOfItComesBack) {
   const Bytes bytes = MapOf(Repeat(1000, Number(1000, 4), Chunk(7, Number(0, 2))));
   const std::size_t before = g_in_use;
-  for (int i = 0; i < kTimes; ++i) ASSERT_GT(PeakOfReading<qenzor::CQen>(bytes), 2 * bytes.size());
-  EXPECT_LE(g_in_use, before + kMostKept);
+  for (int i = 0; i < 100; ++i) ASSERT_GT(PeakOfReading<qenzor::CQen>(bytes), 2 * bytes.size());
+  EXPECT_EQ(g_in_use, before);
 }
 
 }  // namespace

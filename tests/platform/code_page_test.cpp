@@ -1,13 +1,17 @@
 #include "qenzor/platform/code_page.h"
 
 #include <gtest/gtest.h>
+#include <iconv.h>
+#include <sys/resource.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <thread>
 #include <vector>
 
 #include "qenzor/platform/strings.h"
+#include "tests/support/resident_memory.h"
 
 namespace qenzor {
 namespace {
@@ -101,6 +105,51 @@ TEST(CodePage, OfTheVendorDuplicatesOneIsWrittenAndAllAreRead) {
   EXPECT_EQ(WidenText("\xFA\x4A\xFA\x59\xFA\x58"), u"Ⅰ№㈱");
   EXPECT_EQ(WidenText("\xEE\xEF\xEE\xFA\xEE\xE0\xEE\xEC"), u"ⅰ￤髙黑");
   EXPECT_EQ(WidenText("\x87\x9C\x87\x9A\x87\x90\xFA\x54"), u"∪∵≒￢");
+}
+
+/// What the system's converter makes of the text, or nothing where it refuses it.
+std::string Converted(iconv_t converter, std::string text) {
+  std::string result(4, '\0');
+  char* in = text.data();
+  char* out = result.data();
+  std::size_t in_left = text.size();
+  std::size_t out_left = result.size();
+  iconv(converter, nullptr, nullptr, nullptr, nullptr);
+  const bool exact = iconv(converter, &in, &in_left, &out, &out_left) == 0 && in_left == 0;
+  return exact ? result.substr(0, result.size() - out_left) : "";
+}
+
+std::string Narrow(unsigned code) {
+  const std::string bytes{static_cast<char>(code >> 8U), static_cast<char>(code)};
+  return code < 0x100 ? bytes.substr(1) : bytes;
+}
+
+TEST(CodePage, IsThatOfTheSystem) {
+  const iconv_t decoder = iconv_open("UTF-16LE", "CP932");
+  const iconv_t encoder = iconv_open("CP932", "UTF-16LE");
+  if (reinterpret_cast<std::intptr_t>(decoder) == -1) GTEST_SKIP() << "it has none";
+  int known = 0;
+  for (unsigned code = 0x80; code < 0x10000; ++code) {
+    const std::string unit = Converted(decoder, Narrow(code));
+    if (unit.size() != 2) continue;
+    ++known;
+    const std::u16string wide{static_cast<char16_t>(static_cast<unsigned char>(unit[1]) << 8U |
+                                                    static_cast<unsigned char>(unit[0]))};
+    ASSERT_EQ(WidenText(Narrow(code)), wide) << std::hex << code;
+    ASSERT_EQ(NarrowText(wide), Converted(encoder, unit)) << std::hex << code;
+  }
+  EXPECT_GT(known, 9600);
+  iconv_close(decoder);
+  iconv_close(encoder);
+}
+
+TEST(CodePage, NeedsNoFileDescriptor) {
+  const std::ptrdiff_t right = testing::InChild([] {
+    const rlimit none{};
+    return std::ptrdiff_t{::setrlimit(RLIMIT_NOFILE, &none) == 0 &&
+                          NarrowText(u"亜") == "\x88\x9F"};
+  });
+  EXPECT_EQ(right, 1);
 }
 
 TEST(CodePage, EachUnitOfASurrogatePairBecomesAQuestionMark) {

@@ -11,14 +11,11 @@ struct Allocations {
 
   /// Blocks that were made and not given back.
   long Live = 0;
-  /// Blocks made so far, and aligned ones among them: slabs.
+  /// Blocks made so far.
   long Made = 0;
-  long Slabs = 0;
   /// Attempts until all fail, or until one does.
   long Left = kNever;
   bool FailsOnce = false;
-  /// Whether only slabs fail.
-  bool SlabsOnly = false;
   /// Attempts that were failed.
   long Failed = 0;
 };
