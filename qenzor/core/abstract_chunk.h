@@ -40,7 +40,8 @@ class QENZOR_EXPORT CAbstractChunk : public CObject {
   /// when memory runs out.
   [[nodiscard]] virtual CAbstractChunk* Clone() = 0;
   /// Releases this chunk, then takes copies of the source's header, fields and sub-chunks if the
-  /// source is of the same class. The source is only read.
+  /// source is of the same class. The source is only read. Throws std::bad_alloc when memory runs
+  /// out; the chunk then holds a part of them and may be copied into again.
   virtual void DeepCopy(CAbstractChunk* source) = 0;
   /// Takes ownership of a sub-chunk: keeps it where its class has a place here, else deletes it.
   virtual void SubChunkSet(std::uint32_t index, CAbstractChunk* chunk);

@@ -4,6 +4,7 @@
 
 #include "qenzor/core/chunk_factory.h"
 #include "qenzor/edit/chunk_edit_factory.h"
+#include "qenzor/qen/line_obj.h"
 #include "tests/support/allocation_faults.h"
 #include "tests/support/chunk_io.h"
 #include "tests/support/document_kinds.h"
@@ -110,6 +111,31 @@ TYPED_TEST(DocumentAllocation, DeepCopyThrows) {
         typename TypeParam::Doc copy;
         copy.DeepCopy(&this->m_doc);
         return true;
+      },
+      [](bool) {});
+}
+
+TYPED_TEST(DocumentAllocation, DeepCopyOfAChunkThrowsAndItCanBeCopiedIntoAgain) {
+  CAbstractChunk& root = TypeParam::Root(this->m_doc);
+  const std::unique_ptr<CAbstractChunk> copy(root.Clone());
+  // A class of which it is not, so that what a copy left there goes.
+  CLineObj other;
+  ExpectSurvivesFaults(
+      OnFault::kThrows,
+      [&] {
+        copy->DeepCopy(&other);
+        try {
+          copy->DeepCopy(&root);
+        } catch (const std::bad_alloc&) {
+          copy->DeepCopy(&other);
+          throw;
+        }
+        const bool whole = [&] {
+          const NoFaults no_faults;
+          return Written(*copy) == this->m_root;
+        }();
+        copy->DeepCopy(&other);
+        return whole;
       },
       [](bool) {});
 }

@@ -144,12 +144,12 @@ TEST(CodePage, IsThatOfTheSystem) {
 }
 
 TEST(CodePage, NeedsNoFileDescriptor) {
-  const std::ptrdiff_t right = testing::InChild([] {
+  const auto right = testing::InChild([] {
     const rlimit none{};
     return std::ptrdiff_t{::setrlimit(RLIMIT_NOFILE, &none) == 0 &&
                           NarrowText(u"亜") == "\x88\x9F"};
   });
-  EXPECT_EQ(right, 1);
+  EXPECT_EQ(right, std::ptrdiff_t{1});
 }
 
 TEST(CodePage, EachUnitOfASurrogatePairBecomesAQuestionMark) {

@@ -16,21 +16,21 @@ namespace {
 constexpr std::ptrdiff_t kMostHeld = 32 * kMib;
 
 TEST(Footprint, ObjectsThatOutliveTheirDocumentsHoldLittleElse) {
-  const Bytes bytes = LargeMapBytes(20000, 20);
+  const Bytes bytes = LargeMapBytes(6000, 20);
   ExpectAtMost(kMostHeld, [&] {
     std::vector<std::unique_ptr<CAddedObjInfoSet>> kept;
     const std::ptrdiff_t before = ResidentBytes();
     for (std::uint32_t i = 0; i < 500; ++i) {
       CQen map;
       if (!map.Read(bytes.data(), bytes.size())) return kMostHeld + 1;
-      kept.push_back(std::move(LinesOf(map).GetElem(100 * (i % 200) + 99)->AddedObjInfoSet));
+      kept.push_back(std::move(LinesOf(map).GetElem(100 * (i % 60) + 99)->AddedObjInfoSet));
     }
     return kept.back() == nullptr ? kMostHeld + 1 : ResidentBytes() - before;
   });
 }
 
 TEST(Footprint, AllButSomeIsGivenBackWithTheLastDocument) {
-  const Bytes bytes = LargeMapBytes(200000, 40);
+  const Bytes bytes = LargeMapBytes(100000, 40);
   ExpectAtMost(kMostHeld, [&] {
     const std::ptrdiff_t before = ResidentBytes();
     {
