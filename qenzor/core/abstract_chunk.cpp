@@ -34,19 +34,23 @@ CAbstractChunk::CAbstractChunk() = default;
 
 const CRuntimeClass& CAbstractChunk::GetRuntimeClass() const { return kRuntimeClass; }
 
+// The sizes come as references, perhaps to what reading is about to overwrite: each function that
+// reads something before its last look at one copies it.
+
 bool CAbstractChunk::Read(const void* data, const std::uint32_t& size) {
-  if (!m_header.Read(data, size)) return false;
-  return ReadData(static_cast<const std::uint8_t*>(data) + CChunkHeader::kSize,
-                  size - CChunkHeader::kSize);
+  const std::uint32_t left = size - CChunkHeader::kSize;
+  return m_header.Read(data, size) &&
+         ReadData(static_cast<const std::uint8_t*>(data) + CChunkHeader::kSize, left);
 }
 
 bool CAbstractChunk::Read(CFile* file) { return m_header.Read(file) && ReadData(file); }
 
 bool CAbstractChunk::ReadData(const void* data, const std::uint32_t& size) try {
   const CDepthGuard depth;
+  const std::uint32_t available = size;
   std::uint32_t consumed = 0;
-  if (!ReadPrimitiveBlock(data, size, consumed)) return false;
-  return ReadChunkBlock(static_cast<const std::uint8_t*>(data) + consumed, size - consumed,
+  if (!ReadPrimitiveBlock(data, available, consumed)) return false;
+  return ReadChunkBlock(static_cast<const std::uint8_t*>(data) + consumed, available - consumed,
                         m_header.DataSize - consumed);
 } catch (const std::bad_alloc&) {
   return false;
@@ -61,8 +65,10 @@ bool CAbstractChunk::ReadData(CFile* file) try {
   return false;
 }
 
-bool CAbstractChunk::ReadChunkBlock(const void* data, const std::uint32_t& available,
-                                    const std::uint32_t& needed) {
+bool CAbstractChunk::ReadChunkBlock(const void* data, const std::uint32_t& available_bytes,
+                                    const std::uint32_t& needed_bytes) {
+  const std::uint32_t available = available_bytes;
+  const std::uint32_t needed = needed_bytes;
   if (available < needed || (needed != 0 && IsAtMaxDepth())) return false;
   const auto* bytes = static_cast<const std::uint8_t*>(data);
   std::uint32_t total = 0;

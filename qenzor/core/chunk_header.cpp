@@ -6,6 +6,7 @@
 namespace qenzor {
 
 bool CChunkHeader::Read(CFile* file) {
+  if (const std::uint8_t* lent = file->TakeBlock(kSize); lent != nullptr) return Read(lent, kSize);
   std::array<std::uint8_t, kSize> bytes{};
   std::uint32_t count = file->Read(bytes.data(), 4);
   count += file->Read(bytes.data() + 4, 4);

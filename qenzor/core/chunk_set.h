@@ -102,27 +102,16 @@ class QENZOR_EXPORT CChunkSetMap<std::uint64_t, T> : public CAbstractChunkSet<T>
   }
   /// Says that an element with the key will be asked for or added soon; a hint.
   void PrefetchElem(std::uint64_t key) const noexcept { m_elems.PrefetchKey(key); }
-  void SubChunkSet(std::uint32_t index, CAbstractChunk* chunk) override;
 
   [[nodiscard]] CAbstractChunk* Clone() override;
   void DeepCopy(CAbstractChunk* source) override;
   void RecursiveReCalcDataSize() override;
 
  protected:
-  bool ReadChunkBlock(const void* data, const std::uint32_t& available,
-                      const std::uint32_t& needed) override;
-  bool ReadChunkBlock(CFile* file, std::uint32_t needed) override;
   void Release() override;
   bool WriteData(CFile* file, bool recalc) override;
 
   Elems m_elems;
-
- private:
-  class CArrivals;
-  template <class Read>
-  bool ReadElements(Read&& read);
-
-  CArrivals* m_arrivals = nullptr;  ///< while elements are read
 };
 
 /// A concrete set: Self supplies kChunkId and kTag, SetBase is one of the containers above.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <new>
 
 #include "qenzor/core/chunk_set.h"
@@ -151,70 +150,6 @@ constinit const CRuntimeClass CChunkSetMap<std::uint64_t, T>::kRuntimeClass{
 
 template <class T>
 CChunkSetMap<std::uint64_t, T>::CChunkSetMap() : m_elems(kBuckets) {}
-
-/// The elements that have been read but not filed. Filing one means looking into a large table at
-/// random; with a few of them waiting, their places are fetched from memory while others are read.
-template <class T>
-class CChunkSetMap<std::uint64_t, T>::CArrivals {
- public:
-  explicit CArrivals(CChunkSetMap& set) : m_set(set) { set.m_arrivals = this; }
-  ~CArrivals() { m_set.m_arrivals = nullptr; }
-  CArrivals(const CArrivals&) = delete;
-  CArrivals& operator=(const CArrivals&) = delete;
-
-  void Add(std::unique_ptr<Element> elem) {
-    if constexpr (requires { elem->GetKey(); }) m_set.PrefetchElem(elem->GetKey());
-    FileOldest();
-    m_waiting[m_next] = std::move(elem);
-    m_next = (m_next + 1) % m_waiting.size();
-  }
-  void FileAll() {
-    for (std::size_t left = m_waiting.size(); left > 0; --left) {
-      FileOldest();
-      m_next = (m_next + 1) % m_waiting.size();
-    }
-  }
-
- private:
-  void FileOldest() {
-    if (T elem = m_waiting[m_next].release(); elem != nullptr) m_set.AddElem(0, elem);
-  }
-
-  CChunkSetMap& m_set;
-  std::array<std::unique_ptr<Element>, 16> m_waiting;
-  std::size_t m_next = 0;
-};
-
-template <class T>
-void CChunkSetMap<std::uint64_t, T>::SubChunkSet(std::uint32_t index, CAbstractChunk* chunk) {
-  if (m_arrivals == nullptr) return CAbstractChunkSet<T>::SubChunkSet(index, chunk);
-  std::unique_ptr<CAbstractChunk> owned(chunk);
-  auto* elem = class_cast<Element>(chunk);
-  if (elem == nullptr) return;
-  owned.release();
-  m_arrivals->Add(std::unique_ptr<Element>(elem));
-}
-
-template <class T>
-template <class Read>
-bool CChunkSetMap<std::uint64_t, T>::ReadElements(Read&& read) {
-  CArrivals arrivals(*this);
-  const bool whole = read();
-  arrivals.FileAll();
-  return whole;
-}
-
-template <class T>
-bool CChunkSetMap<std::uint64_t, T>::ReadChunkBlock(const void* data,
-                                                    const std::uint32_t& available,
-                                                    const std::uint32_t& needed) {
-  return ReadElements([&] { return CAbstractChunk::ReadChunkBlock(data, available, needed); });
-}
-
-template <class T>
-bool CChunkSetMap<std::uint64_t, T>::ReadChunkBlock(CFile* file, std::uint32_t needed) {
-  return ReadElements([&] { return CAbstractChunk::ReadChunkBlock(file, needed); });
-}
 
 template <class T>
 const CRuntimeClass& CChunkSetMap<std::uint64_t, T>::GetRuntimeClass() const {

@@ -36,14 +36,14 @@ std::unique_ptr<Owned> CloneOf(Owned* original) {
 
 template <class Source, class T, class O, class Value>
 bool ReadValue(Source& source, T& object, const TextField<O, Value>& f) {
-  const std::uint8_t* count = source.Take(kStoredTextCountSize);
+  const std::uint8_t* count = source.TakeValue(kStoredTextCountSize);
   if (count == nullptr) return false;
   const auto size = little_endian::Load<std::uint16_t>(count);
   if (size > f.MaxBytes) return false;
-  const std::uint8_t* bytes = source.Take(size);
+  const std::uint8_t* bytes = source.TakeValue(size);
   if (bytes == nullptr) return false;
   DecodeStoredText(bytes, size, object.*f.Member);
-  return true;
+  return source.IsWhole();
 }
 
 template <class Source, class Array>
@@ -80,10 +80,10 @@ bool ReadValue(Source& source, T& object, const ArrayField<O, Array>& f) {
 
 template <class Source, class T, class O, class Value, class Coding>
 bool ReadValue(Source& source, T& object, const Field<O, Value, Coding>& f) {
-  const std::uint8_t* bytes = source.Take(Coding::template kSize<Value>);
+  const std::uint8_t* bytes = source.TakeValue(Coding::template kSize<Value>);
   if (bytes == nullptr) return false;
   Coding::Load(bytes, object.*f.Member);
-  return true;
+  return source.IsWhole();
 }
 
 template <class Source, class T, class Members>

@@ -7,20 +7,24 @@ namespace qenzor {
 void DecodeStoredText(const std::uint8_t* bytes, std::uint32_t size, CStringW& text) {
   constexpr std::uint16_t kMark = 0xFEFF;
   constexpr std::uint16_t kSwappedMark = 0xFFFE;
-  text.clear();
+  CStringW().swap(text);
   if (size < 2) return;
   const auto mark = little_endian::Load<std::uint16_t>(bytes);
   if (mark != kMark && mark != kSwappedMark) return;
-  const std::uint32_t units = size / 2 - 1;
-  text.resize(units);
-  std::uint32_t length = 0;
-  for (; length < units; ++length) {
-    auto unit = little_endian::Load<std::uint16_t>(bytes + 2 + 2 * std::size_t{length});
-    if (unit == 0) break;
-    if (mark == kSwappedMark) unit = static_cast<std::uint16_t>(unit << 8 | unit >> 8);
-    text[length] = static_cast<char16_t>(unit);
+  const auto unit_at = [units = bytes + 2](std::size_t index) {
+    return little_endian::Load<std::uint16_t>(units + 2 * index);
+  };
+  // Memory is taken for the text, not for the block, which may overlap others and be nearly empty.
+  const std::size_t most = size / 2 - 1;
+  std::size_t length = 0;
+  while (length < most && unit_at(length) != 0) ++length;
+  CStringW decoded(length, u'\0');
+  for (std::size_t i = 0; i < length; ++i) {
+    const std::uint16_t unit = unit_at(i);
+    decoded[i] = static_cast<char16_t>(
+        mark == kSwappedMark ? static_cast<std::uint16_t>(unit << 8 | unit >> 8) : unit);
   }
-  text.resize(length);
+  text.swap(decoded);
 }
 
 }  // namespace qenzor

@@ -12,9 +12,11 @@ CUnKnownChunk::CUnKnownChunk() = default;
 
 const CRuntimeClass& CUnKnownChunk::GetRuntimeClass() const { return kRuntimeClass; }
 
-bool CUnKnownChunk::ReadData(CFile* file) {
+bool CUnKnownChunk::ReadData(CFile* file) try {
   const std::uint64_t from = file->GetPosition();
   return file->Seek(m_header.DataSize, CFile::current) - from == m_header.DataSize;
+} catch (const std::exception&) {
+  return false;  // a file that does not let itself be moved
 }
 
 CAbstractChunk* CUnKnownChunk::Clone() {

@@ -3,142 +3,234 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <new>
+#include <stdexcept>
+#include <typeinfo>
 #include <utility>
+
+#include "qenzor/platform/descriptor_impl.h"
 
 namespace qenzor {
 
 namespace {
 
-#ifdef _WIN32
-int SeekFile(std::FILE* file, std::int64_t offset, int from) {
-  return _fseeki64(file, offset, from);
+constexpr auto kMaxPosition = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+
+[[noreturn]] void ThrowUnreachable() {
+  throw CFileException("the file cannot be moved to that position");
 }
-std::int64_t TellFile(std::FILE* file) { return _ftelli64(file); }
-#else
-int SeekFile(std::FILE* file, std::int64_t offset, int from) { return fseeko(file, offset, from); }
-std::int64_t TellFile(std::FILE* file) { return ftello(file); }
-#endif
+
+/// The position so far from the origin, which is one itself.
+std::uint64_t PositionFrom(std::uint64_t origin, std::int64_t offset) {
+  const std::uint64_t position = origin + static_cast<std::uint64_t>(offset);
+  if (position > kMaxPosition) ThrowUnreachable();  // before the front, too
+  return position;
+}
 
 }  // namespace
 
 const char* CFileException::what() const noexcept { return m_what; }
 
-CFile::CFile() noexcept = default;
+CFile::CFile() noexcept : m_file(descriptor::kNone) {}
 
 CFile::~CFile() {
-  if (m_file != nullptr && !m_failed && m_next != m_buffer.get())
-    static_cast<void>(
-        std::fwrite(m_buffer.get(), 1, static_cast<std::size_t>(m_next - m_buffer.get()), m_file));
-  CloseHandle();
+  if (m_file != descriptor::kNone && !m_failed)
+    static_cast<void>(descriptor::Write(m_file, m_buffer.GetFront(), m_buffer.GetWritten()));
+  CloseDescriptor();
 }
 
 bool CFile::Open(const CString& path, std::uint32_t flags) {
-  CloseHandle();
-  const bool writes = (flags & modeWrite) != 0;
-  m_file = std::fopen(path.c_str(), !writes ? "rb" : (flags & modeCreate) != 0 ? "wb" : "r+b");
-  if (m_file == nullptr) return false;
+  try {
+    CFile::Close();
+  } catch (const CFileException&) {
+    return false;
+  }
+  using descriptor::Access;
+  const Access access = (flags & modeWrite) == 0    ? Access::kRead
+                        : (flags & modeCreate) != 0 ? Access::kCreate
+                                                    : Access::kUpdate;
+  m_file = descriptor::Open(path, access);
+  if (m_file == descriptor::kNone) return false;
+  m_reads = access != Access::kCreate;
+  m_writes = access != Access::kRead;
   m_failed = false;
-  if (!writes) return true;
-  static_cast<void>(std::setvbuf(m_file, nullptr, _IONBF, 0));
-  MakeBuffer(false);
+  // A derived class would not hear of what is taken out of the buffer and put into it.
+  if (typeid(*this) == typeid(CFile)) LendBuffer();
   return true;
 }
 
-void CFile::MakeBuffer(bool lend) {
-  if (m_buffer == nullptr) m_buffer = std::make_unique_for_overwrite<std::uint8_t[]>(kBufferSize);
-  m_next = m_buffer.get();
-  m_end = m_next + kBufferSize;
-  m_lentEnd = lend ? m_end : m_next;
+bool CFile::StartReading() noexcept {
+  if (m_buffer.GetState() == CFileBuffer::State::kReading) return true;
+  try {
+    EmptyBuffer();
+  } catch (...) {
+    return false;  // what could not be written is told by the next write
+  }
+  return m_reads && m_buffer.Start(CFileBuffer::State::kReading);
 }
 
-std::uint8_t* CFile::MakeRoom(std::uint32_t size) {
-  if (m_lentEnd != m_end || size > kBufferSize || m_buffer == nullptr) return nullptr;
-  EmptyBuffer();
-  return m_next;
-}
-
-void CFile::EmptyBuffer() {
-  const auto size = static_cast<std::uint32_t>(m_next - m_buffer.get());
-  m_next = m_buffer.get();
-  if (size != 0) WriteThrough(m_buffer.get(), size);
-}
-
-void CFile::WriteThrough(const void* data, std::uint32_t size) {
-  if (m_failed || m_file == nullptr || std::fwrite(data, 1, size, m_file) != size) {
+void CFile::StartWriting() {
+  if (m_buffer.GetState() == CFileBuffer::State::kWriting) return;
+  if (!m_writes || m_failed) {
     m_failed = true;
     throw CFileException("the file does not take what is written");
   }
+  if (m_buffer.GetLeft() != 0) {
+    const std::uint64_t position = GetPosition();
+    if (!descriptor::Seek(m_file, static_cast<std::int64_t>(position))) ThrowUnreachable();
+    m_systemPosition = position;
+  }
+  static_cast<void>(m_buffer.Start(CFileBuffer::State::kWriting));
+}
+
+std::uint32_t CFile::ReadThrough(void* data, std::uint32_t size) noexcept {
+  const std::int64_t count = descriptor::Read(m_file, data, size);
+  if (count <= 0) return 0;
+  m_systemPosition += static_cast<std::uint64_t>(count);
+  return static_cast<std::uint32_t>(count);
+}
+
+bool CFile::Refill() noexcept {
+  const CFileBuffer::Room room = m_buffer.MakeRoomToRead();
+  const std::uint32_t count = ReadThrough(room.Begin, room.Size);
+  m_buffer.AddRead(count);
+  return count != 0;
+}
+
+const std::uint8_t* CFile::FetchBlock(std::uint32_t size) noexcept {
+  if (!m_buffer.Lends() || size > CFileBuffer::kReadSize || !StartReading()) return nullptr;
+  while (m_buffer.GetLeft() < size)
+    if (!Refill()) return nullptr;
+  return m_buffer.TakeLent(size);
+}
+
+std::uint8_t* CFile::MakeRoom(std::uint32_t size) {
+  if (!m_buffer.Lends() || size > CFileBuffer::kWriteSize) return nullptr;
+  StartWriting();
+  EmptyBuffer();
+  StartWriting();
+  return m_buffer.LendRoom(size);
+}
+
+void CFile::EmptyBuffer() {
+  const std::uint32_t size = m_buffer.GetWritten();
+  if (m_buffer.GetState() != CFileBuffer::State::kWriting) return;
+  m_buffer.Start(CFileBuffer::State::kNeither);
+  if (size == 0) return;
+  try {
+    WriteThrough(m_buffer.GetFront(), size);
+  } catch (...) {
+    m_failed = true;
+    throw;
+  }
+}
+
+void CFile::WriteThrough(const void* data, std::uint32_t size) {
+  if (m_failed || m_file == descriptor::kNone || !descriptor::Write(m_file, data, size)) {
+    m_failed = true;
+    throw CFileException("the file does not take what is written");
+  }
+  m_systemPosition += size;
 }
 
 std::uint32_t CFile::Read(void* data, std::uint32_t size) {
-  return m_file == nullptr ? 0 : static_cast<std::uint32_t>(std::fread(data, 1, size, m_file));
+  if (!StartReading()) return 0;
+  auto* bytes = static_cast<std::uint8_t*>(data);
+  std::uint32_t done = 0;
+  while (done < size) {
+    const std::uint32_t wanted = size - done;
+    if (const std::uint32_t count = std::min(wanted, m_buffer.GetLeft()); count != 0) {
+      std::memcpy(bytes + done, m_buffer.GetNext(), count);
+      m_buffer.Move(count);
+      done += count;
+    } else if (wanted >= CFileBuffer::kReadSize) {
+      // What the buffer could not take at once goes past it.
+      m_buffer.Start(CFileBuffer::State::kReading);
+      const std::uint32_t read = ReadThrough(bytes + done, wanted);
+      if (read == 0) break;
+      done += read;
+    } else if (!Refill()) {
+      break;
+    }
+  }
+  return done;
 }
 
 void CFile::Write(const void* data, std::uint32_t size) {
   if (size == 0) return;
-  if (m_failed || size > static_cast<std::size_t>(m_end - m_next)) {
+  StartWriting();
+  if (size > m_buffer.GetRoom()) {
     EmptyBuffer();
-    if (m_failed || size > static_cast<std::size_t>(m_end - m_next)) {
+    StartWriting();
+    if (size > m_buffer.GetRoom()) {
       WriteThrough(data, size);
       return;
     }
   }
-  std::memcpy(m_next, data, size);
-  m_next += size;
+  m_buffer.Put(data, size);
 }
 
 std::uint64_t CFile::GetLength() const {
-  if (m_file == nullptr) return 0;
-  const std::int64_t here = TellFile(m_file);
-  if (here < 0 || SeekFile(m_file, 0, SEEK_END) != 0) return 0;
-  const std::int64_t length = TellFile(m_file);
-  static_cast<void>(SeekFile(m_file, here, SEEK_SET));
-  const auto buffered = static_cast<std::uint64_t>(m_next - m_buffer.get());
-  return length < 0 ? 0
-                    : std::max(static_cast<std::uint64_t>(length),
-                               static_cast<std::uint64_t>(here) + buffered);
+  const std::int64_t length = m_file == descriptor::kNone ? 0 : descriptor::GetLength(m_file);
+  const std::uint64_t stored = length < 0 ? 0 : static_cast<std::uint64_t>(length);
+  return m_buffer.GetWritten() == 0 ? stored : std::max(stored, GetPosition());
 }
 
 std::uint64_t CFile::GetPosition() const {
-  const std::int64_t here = m_file == nullptr ? -1 : TellFile(m_file);
-  const auto buffered = static_cast<std::uint64_t>(m_next - m_buffer.get());
-  return here < 0 ? buffered : static_cast<std::uint64_t>(here) + buffered;
+  return m_systemPosition + m_buffer.GetWritten() - m_buffer.GetLeft();
 }
 
 std::uint64_t CFile::Seek(std::int64_t offset, SeekPosition from) {
-  if (m_buffer != nullptr) EmptyBuffer();
-  const int origin = from == begin ? SEEK_SET : from == current ? SEEK_CUR : SEEK_END;
-  if (m_file == nullptr || SeekFile(m_file, offset, origin) != 0)
-    throw CFileException("the file cannot be moved to that position");
+  EmptyBuffer();
+  if (m_file == descriptor::kNone) ThrowUnreachable();
+  MoveTo(PositionFrom(from == begin ? 0 : from == current ? GetPosition() : GetLength(), offset));
   return GetPosition();
 }
 
-void CFile::Flush() {
-  if (m_buffer != nullptr) EmptyBuffer();
+void CFile::MoveTo(std::uint64_t position) {
+  const auto ahead = static_cast<std::int64_t>(position - GetPosition());
+  if (-ahead <= m_buffer.GetPassed() && ahead <= m_buffer.GetLeft()) {
+    m_buffer.Move(ahead);
+  } else if (descriptor::Seek(m_file, static_cast<std::int64_t>(position))) {
+    m_buffer.Start(CFileBuffer::State::kNeither);
+    m_systemPosition = position;
+  } else {
+    if (ahead < 0 || !StartReading()) ThrowUnreachable();
+    while (GetPosition() + m_buffer.GetLeft() < position) {
+      m_buffer.Move(m_buffer.GetLeft());
+      if (!Refill()) ThrowUnreachable();
+    }
+    m_buffer.Move(static_cast<std::int64_t>(position - GetPosition()));
+  }
 }
+
+void CFile::Flush() { EmptyBuffer(); }
 
 void CFile::Close() {
   try {
-    Flush();
+    EmptyBuffer();
   } catch (...) {
-    CloseHandle();
+    CloseDescriptor();
     throw;
   }
-  std::FILE* file = std::exchange(m_file, nullptr);
-  if (file != nullptr && std::fclose(file) != 0) {
+  if (!CloseDescriptor()) {
     m_failed = true;
     throw CFileException("the file could not be closed");
   }
 }
 
-void CFile::CloseHandle() noexcept {
-  if (m_file != nullptr) static_cast<void>(std::fclose(std::exchange(m_file, nullptr)));
-  m_next = m_buffer.get();
+bool CFile::CloseDescriptor() noexcept {
+  const int file = std::exchange(m_file, descriptor::kNone);
+  m_buffer.Start(CFileBuffer::State::kNeither);
+  m_systemPosition = 0;
+  m_reads = false;
+  m_writes = false;
+  return file == descriptor::kNone || descriptor::Close(file);
 }
 
 bool CDocumentFile::Open(const CString& path, std::uint32_t flags) {
   if (!CFile::Open(path, flags)) return false;
-  if ((flags & modeWrite) != 0) MakeBuffer(true);
+  LendBuffer();
   return true;
 }
 
@@ -164,20 +256,28 @@ std::uint32_t CMemFile::Read(void* data, std::uint32_t size) {
 
 void CMemFile::Write(const void* data, std::uint32_t size) {
   if (size == 0) return;
-  if (m_position + size > m_bytes.size()) m_bytes.resize(m_position + size);
+  const std::uint64_t past = PositionFrom(m_position, size);
+  try {
+    if (past > m_bytes.size()) m_bytes.resize(past);
+  } catch (const std::exception&) {
+    throw CFileException("memory does not hold what is written");
+  }
   std::memcpy(m_bytes.data() + m_position, data, size);
-  m_position += size;
+  m_position = past;
 }
 
 std::uint64_t CMemFile::Seek(std::int64_t offset, SeekPosition from) {
-  const std::uint64_t origin = from == begin ? 0 : from == current ? m_position : m_bytes.size();
-  if (offset < 0 && static_cast<std::uint64_t>(-(offset + 1)) + 1 > origin)
-    throw CFileException("the file cannot be moved to that position");
-  m_position = origin + static_cast<std::uint64_t>(offset);
+  m_position = PositionFrom(from == begin     ? 0
+                            : from == current ? m_position
+                                              : m_bytes.size(),
+                            offset);
   return m_position;
 }
 
-CStdioFile::CStdioFile(CFile& sink) : m_sink(&sink) { MakeBuffer(true); }
+CStdioFile::CStdioFile(CFile& sink) : m_sink(&sink) {
+  AllowWriting();
+  LendBuffer();
+}
 
 CStdioFile::~CStdioFile() {
   if (m_sink == nullptr || HasFailed()) return;
@@ -189,15 +289,19 @@ CStdioFile::~CStdioFile() {
 }
 
 bool CStdioFile::Open(const CString& path, std::uint32_t flags) {
+  try {
+    Close();
+  } catch (const std::exception&) {
+    return false;
+  }
   m_sink = nullptr;
-  if (!CFile::Open(path, flags | modeWrite)) return false;
-  MakeBuffer(true);
-  return true;
+  LendBuffer();
+  return CFile::Open(path, flags | modeWrite);
 }
 
 std::uint8_t* CStdioFile::BeginText(std::uint32_t size) {
   std::uint8_t* room = BeginBlock(size);
-  if (room == nullptr) throw CFileException("the text file is not open");
+  if (room == nullptr) throw CFileException("the text file does not take what is written");
   return room;
 }
 

@@ -2,13 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <exception>
-#include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "qenzor/platform/export.h"
+#include "qenzor/platform/file_buffer.h"
 #include "qenzor/platform/strings.h"
 
 namespace qenzor {
@@ -25,14 +25,15 @@ class QENZOR_EXPORT CFileException : public std::exception {
 
 /// A file on disk, and the interface of everything that chunks are read from and written to.
 /// Reading never throws here: a short count is the sign of the end or of an error. Writing throws
-/// CFileException; after the first failure every later write throws too. A derived class overrides
-/// the virtual operations; the library asks nothing else of it.
+/// CFileException; after the first failure every later write throws too. Reads and writes may
+/// follow each other in any order. A derived class overrides the virtual operations; the library
+/// asks nothing else of it.
 class QENZOR_EXPORT CFile {
  public:
   enum OpenFlags : std::uint32_t {
     modeRead = 0x0000,
-    modeWrite = 0x0001,
-    modeCreate = 0x1000,  ///< create the file, or empty an existing one
+    modeWrite = 0x0001,   ///< write, and read, an existing file
+    modeCreate = 0x1000,  ///< with modeWrite: create the file, or empty an existing one; no reading
     typeBinary = 0x8000,
   };
   enum SeekPosition { begin, current, end };
@@ -42,7 +43,7 @@ class QENZOR_EXPORT CFile {
   CFile(const CFile&) = delete;
   CFile& operator=(const CFile&) = delete;
 
-  /// Opens the file at the path, closing what was open. False when that fails.
+  /// Opens the file at the path, closing what was open. False when either fails.
   virtual bool Open(const CString& path, std::uint32_t flags);
   /// Reads up to size bytes; returns how many were delivered.
   virtual std::uint32_t Read(void* data, std::uint32_t size);
@@ -50,45 +51,61 @@ class QENZOR_EXPORT CFile {
   virtual void Write(const void* data, std::uint32_t size);
   virtual std::uint64_t GetLength() const;
   virtual std::uint64_t GetPosition() const;
-  /// Moves the position and returns the new one; it may lie past the end.
-  /// Throws CFileException when the file cannot be moved there.
+  /// Moves the position and returns the new one; it may lie past the end. What cannot be moved, as
+  /// a pipe, is read on to get forward. Throws CFileException when there is no way there.
   virtual std::uint64_t Seek(std::int64_t offset, SeekPosition from);
   virtual void Flush();
   virtual void Close();
+
+  /// The next size bytes of the file, taken as Read takes them but left where the file holds them;
+  /// valid until the next operation. Null, and nothing taken, where the file lends none or has not
+  /// so many in one piece: Read is the way then.
+  const std::uint8_t* TakeBlock(std::uint32_t size) {
+    const std::uint8_t* bytes = m_buffer.TakeLent(size);
+    return bytes != nullptr ? bytes : FetchBlock(size);
+  }
 
   /// Room for a block of up to size bytes in the file's own buffer, or null where the file lends
   /// none and Write is the way. What is put there counts once EndBlock is called with the end of
   /// the block; no other operation may come in between. Throws as Write does.
   std::uint8_t* BeginBlock(std::uint32_t size) {
-    return m_lentEnd - m_next >= static_cast<std::ptrdiff_t>(size) ? m_next : MakeRoom(size);
+    std::uint8_t* room = m_buffer.LendRoom(size);
+    return room != nullptr ? room : MakeRoom(size);
   }
-  void EndBlock(std::uint8_t* block_end) noexcept { m_next = block_end; }
+  void EndBlock(std::uint8_t* block_end) noexcept { m_buffer.EndRoom(block_end); }
 
  protected:
-  /// Bytes gathered before they go to the disk.
-  static constexpr std::uint32_t kBufferSize = 256 * 1024;
-
-  /// Makes the write buffer and, if lend is set, lets BeginBlock hand out room in it.
-  void MakeBuffer(bool lend);
-  /// Sends what the buffer holds through WriteThrough.
+  /// Lets TakeBlock and BeginBlock give out the inside of the buffer; only for a class whose own
+  /// Read and Write nobody overrides, which would not hear of what is taken and put there.
+  void LendBuffer() noexcept { m_buffer.SetLending(true); }
+  /// Lets a class that is never opened write through a WriteThrough of its own.
+  void AllowWriting() noexcept { m_writes = true; }
+  /// Sends what was written and is still in the buffer through WriteThrough.
   void EmptyBuffer();
   /// Takes bytes past the buffer; throws CFileException on failure.
   virtual void WriteThrough(const void* data, std::uint32_t size);
   bool HasFailed() const noexcept { return m_failed; }
 
  private:
+  bool StartReading() noexcept;
+  void StartWriting();
+  std::uint32_t ReadThrough(void* data, std::uint32_t size) noexcept;
+  bool Refill() noexcept;
+  const std::uint8_t* FetchBlock(std::uint32_t size) noexcept;
   std::uint8_t* MakeRoom(std::uint32_t size);
-  void CloseHandle() noexcept;
+  void MoveTo(std::uint64_t position);
+  bool CloseDescriptor() noexcept;
 
-  std::FILE* m_file = nullptr;
-  std::unique_ptr<std::uint8_t[]> m_buffer;
-  std::uint8_t* m_next = nullptr;
-  std::uint8_t* m_end = nullptr;
-  std::uint8_t* m_lentEnd = nullptr;
+  CFileBuffer m_buffer;
+  int m_file;
+  std::uint64_t m_systemPosition = 0;  ///< where the system's file stands, ahead of or behind us
+  bool m_reads = false;
+  bool m_writes = false;
   bool m_failed = false;
 };
 
-/// The file that a document is written to: whole blocks are put together in its buffer.
+/// The file that a document is written to or read from: whole blocks are put together, or looked
+/// at, in its buffer.
 class QENZOR_EXPORT CDocumentFile final : public CFile {
  public:
   bool Open(const CString& path, std::uint32_t flags) override;
@@ -96,7 +113,8 @@ class QENZOR_EXPORT CDocumentFile final : public CFile {
   bool Finish() noexcept;
 };
 
-/// A file in memory, over a byte vector that grows with what is written.
+/// A file in memory, over a byte vector that grows with what is written. What memory does not hold
+/// throws CFileException.
 class QENZOR_EXPORT CMemFile : public CFile {
  public:
   CMemFile() = default;
@@ -119,7 +137,8 @@ class QENZOR_EXPORT CMemFile : public CFile {
 };
 
 /// A text file for writing: every line feed of WriteString reaches the file as CR LF. Buffered;
-/// its text goes to the file that it opens, or to a sink of the caller's that outlives it.
+/// its text goes to the file that it opens, or to a sink of the caller's that outlives it. Opening
+/// a file hands over to the sink what it still holds for it.
 class QENZOR_EXPORT CStdioFile final : public CFile {
  public:
   CStdioFile() = default;
@@ -133,7 +152,7 @@ class QENZOR_EXPORT CStdioFile final : public CFile {
 
   /// Room for size bytes, at most kMaxBlock; never null. What is put there is not translated.
   std::uint8_t* BeginText(std::uint32_t size);
-  static constexpr std::uint32_t kMaxBlock = kBufferSize;
+  static constexpr std::uint32_t kMaxBlock = CFileBuffer::kWriteSize;
 
  private:
   void WriteThrough(const void* data, std::uint32_t size) override;

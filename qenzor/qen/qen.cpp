@@ -34,8 +34,9 @@ bool CQen::Read(const CString& path) {
 bool CQen::Read(const void* data, const std::uint32_t& size) {
   const CBulkPhase phase;
   constexpr std::uint32_t kInfoSize = PackedSize<QenFileInfo>();
+  const std::uint32_t left = size - kInfoSize;  // the size may be a field that is read here
   return ReadFileInfo(data, size) &&
-         ReadMapData(static_cast<const std::uint8_t*>(data) + kInfoSize, size - kInfoSize);
+         ReadMapData(static_cast<const std::uint8_t*>(data) + kInfoSize, left);
 }
 
 bool CQen::Read(CFile* file) {
@@ -63,8 +64,9 @@ bool CQen::ReadMapData(CFile* file) {
 }
 
 bool CQen::ReadMapData(const void* data, const std::uint32_t& size) {
+  const std::uint32_t all = size;  // which may be the data size of the map data that goes
   MapData.reset(new (std::nothrow) CQenMapData);
-  return MapData != nullptr && MapData->Read(data, size);
+  return MapData != nullptr && MapData->Read(data, all);
 }
 
 bool CQen::WriteFileInfo(CFile* file) { return WriteInfo<QenFileInfo>(*file, *this); }

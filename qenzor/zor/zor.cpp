@@ -34,8 +34,9 @@ bool CZor::Read(const CString& path) {
 bool CZor::Read(const void* data, const std::uint32_t& size) {
   const CBulkPhase phase;
   constexpr std::uint32_t kInfoSize = PackedSize<ZorFileInfo>();
+  const std::uint32_t left = size - kInfoSize;  // the size may be a field that is read here
   return ReadFileInfo(data, size) &&
-         ReadDrawData(static_cast<const std::uint8_t*>(data) + kInfoSize, size - kInfoSize);
+         ReadDrawData(static_cast<const std::uint8_t*>(data) + kInfoSize, left);
 }
 
 bool CZor::Read(CFile* file) {

@@ -5,7 +5,9 @@
 #include "qenzor/qen/layer_data.h"
 #include "qenzor/qen/map_data.h"
 #include "qenzor/qen/mesh_segment.h"
+#include "qenzor/qen/qen.h"
 #include "qenzor/qen/z_id_obj_set.h"
+#include "qenzor/zor/poly_shadow_draw_info.h"
 #include "tests/support/chunk_io.h"
 #include "tests/support/faulty_file.h"
 #include "tests/support/qen_bytes.h"
@@ -162,6 +164,33 @@ TEST(ChunkRead, ExceptionsOfTheFileReachTheCaller) {
   ThrowingFile file(bytes, 6);
   CLayerData layer;
   EXPECT_TRUE(layer.Read(&file));
+}
+
+TEST(ChunkRead, ASizeThatReadingOverwritesIsTakenAsItWas) {
+  const Bytes bytes = LayerBytes(1, kEmptyZIdSet);
+  CLayerData layer;
+  layer.SetHeader(CChunkHeader(id::kLayerData, bytes.size()));
+  ASSERT_TRUE(layer.Read(bytes.data(), layer.GetHeader().DataSize));
+  EXPECT_EQ(Written(layer), bytes);
+
+  // A field that stands as the size: the colour is read before the last look at the size.
+  const Bytes shadow = Bytes().U32(0xFFFFFFFF).U16(0);
+  CPolyShadowDrawInfo info;
+  info.SetHeader(CChunkHeader(14, 6));
+  info.ShadowColor = shadow.size();
+  EXPECT_TRUE(info.ReadData(shadow.data(), info.ShadowColor));
+  const Bytes cut = Bytes().U32(0xFFFFFFFF).U16(0);
+  info.SetHeader(CChunkHeader(14, 100));
+  info.ShadowColor = cut.size();
+  EXPECT_FALSE(info.ReadData(cut.data(), info.ShadowColor));
+
+  const Bytes whole = QenDocumentBytes();
+  CQen map;
+  ASSERT_TRUE(map.Read(whole.data(), whole.size()));
+  map.Revision = whole.size();
+  ASSERT_TRUE(map.Read(whole.data(), map.Revision));
+  map.MapData->SetHeader(CChunkHeader(id::kQenMapData, whole.size()));
+  EXPECT_TRUE(map.Read(whole.data(), map.MapData->GetHeader().DataSize));
 }
 
 TEST(ChunkRead, ReadingAgainReplacesASlot) {

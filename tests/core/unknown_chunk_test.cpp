@@ -1,7 +1,9 @@
 #include "qenzor/core/unknown_chunk.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include "qenzor/core/chunk_factory.h"
 #include "qenzor/qen/layer_data.h"
 #include "qenzor/qen/qen.h"
 #include "tests/support/chunk_io.h"
@@ -29,6 +31,33 @@ TEST(UnknownChunk, DataPastTheEndIsAcceptedWhereThePositionMayMoveThere) {
   EXPECT_EQ(open.GetPosition(), 1008U);
   ClampedFile clamped(bytes);
   EXPECT_FALSE(CUnKnownChunk().Read(&clamped));
+}
+
+TEST(UnknownChunk, AFileThatCannotBeMovedFailsTheRead) {
+  struct StuckFile : CMemFile {
+    using CMemFile::CMemFile;
+    std::uint64_t Seek(std::int64_t, SeekPosition) override { throw CFileException("stuck"); }
+  };
+  const Bytes layer = LayerBytes(1, Chunk(99, kNoChunks));
+  StuckFile inside(layer.vector());
+  EXPECT_FALSE(CLayerData().Read(&inside));
+  StuckFile alone(Chunk(99, kNoChunks).vector());
+  EXPECT_EQ(CChunkFactory::Create(&alone), nullptr);
+}
+
+TEST(UnknownChunk, InAPipeItIsReadOver) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  const Bytes bytes = LayerBytes(1, Chunk(99, kNoChunks)).Add(LayerBytes(2, Chunk(99, kNoChunks)));
+  const Bytes cut = bytes.Front(bytes.size() - 1);
+  ASSERT_EQ(::write(ends[1], cut.data(), cut.size()), static_cast<ssize_t>(cut.size()));
+  ::close(ends[1]);
+  CFile file;
+  ASSERT_TRUE(file.Open("/dev/fd/" + std::to_string(ends[0]), CFile::modeRead));
+  const std::unique_ptr<CAbstractChunk> whole(CChunkFactory::Create(&file));
+  EXPECT_NE(whole, nullptr);
+  EXPECT_EQ(CChunkFactory::Create(&file), nullptr) << "a byte is missing";
+  ::close(ends[0]);
 }
 
 TEST(UnknownChunk, TheLargestDataSizeIsAForwardMove) {

@@ -175,6 +175,19 @@ TEST(ReadingMemory, MarkElementsWithoutPointsStayWithinTheirShare) {
   ExpectWithinBounds(DrawingOf(Chunk(24, Repeat(2, Number(2, 4), Chunk(11, mark)))));
 }
 
+/// Raster draw infos whose names lie over the chunks behind them, and end at once.
+TEST(ReadingMemory, OverlappingTextsTakeTheMemoryOfTheirContent) {
+  Bytes element = Number(15, 4);
+  Put(element, 0, 4);
+  for (const std::uint8_t byte : {0xF8, 0xFF, 0xFF, 0xFE, 0, 0, 0, 0}) element.push_back(byte);
+  const std::size_t count = 65536;
+  Bytes set = Repeat(count, Number(count, 4), element);
+  set.resize(set.size() + 65536);
+  const Bytes document = DrawingOf(Chunk(6, set));
+  ExpectWithinBounds(document);
+  EXPECT_TRUE(qenzor::CZor().Read(document.data(), static_cast<std::uint32_t>(document.size())));
+}
+
 TEST(ReadingMemory, DeclaredCountsTakeNothing) {
   ExpectWithinBounds(DrawingOf(Chunk(23, Number(0xFFFFFFFF, 4))));
   ExpectWithinBounds(DrawingOf(Chunk(6, Number(0xFFFFFFFF, 4))));

@@ -46,6 +46,22 @@ TEST(RasLLObj, FewerThanEightBytesFail) {
   }
 }
 
+TEST(RasObj, AFileThatEndsTooSoonLeavesWhatCameInTheFields) {
+  CMemFile edges(RasLLBytes({1, 2, 3, 4}).Front(14).vector());
+  CRasLLObj rect;
+  EXPECT_FALSE(rect.Read(&edges));
+  EXPECT_EQ(rect.Rect, (CRect{1, 2, 3, 0}));
+  CMemFile point(RasMMBytes({1, 2}).Front(10).vector());
+  CRasMMObj raster;
+  EXPECT_FALSE(raster.Read(&point));
+  EXPECT_EQ(raster.Pt, (CPoint{1, 0}));
+  // Memory that is too short is not looked at.
+  const Bytes cut = RasLLBytes({1, 2, 3, 4}).Front(14);
+  CRasLLObj unread;
+  EXPECT_FALSE(unread.Read(cut.data(), cut.size()));
+  EXPECT_EQ(unread.Rect, CRect());
+}
+
 TEST(RasLLObj, CopiesAndEditRoundTripKeepEveryByte) {
   const Bytes bytes = RasLLBytes({1, 2, 3, 4}, InfoSetBytes(u"url"));
   const auto raster = FromMemory<CRasLLObj>(bytes);

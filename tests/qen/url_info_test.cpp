@@ -86,6 +86,17 @@ TEST(UrlInfo, EveryMissingByteFails) {
   }
 }
 
+TEST(UrlInfo, AFileThatEndsTooSoonLeavesTheTextThatCame) {
+  CMemFile file(UrlBytes(u"abcd").Front(16).vector());
+  CUrlInfo url;
+  url.Text = u"before";
+  EXPECT_FALSE(url.Read(&file));
+  EXPECT_EQ(url.Text, u"ab");
+  CMemFile count(UrlBytes(u"abcd").Front(9).vector());
+  EXPECT_FALSE(url.Read(&count));
+  EXPECT_EQ(url.Text, u"");
+}
+
 TEST(UrlInfo, SubChunksAreDropped) {
   const auto url = FromMemory<CUrlInfo>(Chunk(19, Bytes().Text(u"u").Add(UrlBytes(u"v"))));
   ASSERT_NE(url, nullptr);

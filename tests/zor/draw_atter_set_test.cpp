@@ -6,6 +6,8 @@
 
 #include "tests/support/chunk_io.h"
 #include "tests/support/counted.h"
+#include "tests/support/faulty_file.h"
+#include "tests/support/qen_bytes.h"
 #include "tests/support/zor_bytes.h"
 #include "tests/support/zor_key_order.h"
 #include "tests/support/zor_xml.h"
@@ -122,6 +124,46 @@ TEST(DrawAtterSet, TheKeysThatArriveAreCountedNotTheDeclared) {
     for (const auto& set : {FromMemory<CDrawAtterSet>(bytes), FromFile<CDrawAtterSet>(bytes)}) {
       ASSERT_NE(set, nullptr) << declared;
       EXPECT_EQ(Written(*set), SetBytes({5}));
+    }
+  }
+}
+
+/// Tells the indices that elements are added with.
+class IndexedSet : public CDrawAtterSet {
+ public:
+  std::vector<std::uint32_t> Indices;
+  void AddElem(std::uint32_t index, CDrawAtter* elem) override {
+    Indices.push_back(index);
+    CDrawAtterSet::AddElem(index, elem);
+  }
+};
+
+TEST(DrawAtterSet, ElementsAreAddedWithTheirPlacesAmongTheSubChunks) {
+  const Bytes bytes = SetChunk(id::kDrawAtterSet, {AtterBytes(5, {1}), LineBytes({}),
+                                                   AtterBytes(6, {2}), AtterBytes(7, {})});
+  IndexedSet memory;
+  ASSERT_TRUE(memory.Read(bytes.data(), bytes.size()));
+  EXPECT_EQ(memory.Indices, (std::vector<std::uint32_t>{0, 2, 3}));
+  CMemFile source(bytes.vector());
+  IndexedSet file;
+  ASSERT_TRUE(file.Read(&source));
+  EXPECT_EQ(file.Indices, (std::vector<std::uint32_t>{0, 2, 3}));
+}
+
+TEST(DrawAtterSet, KeepsWhatItHasReadWhenTheFileThrows) {
+  const Bytes bytes = SetBytes({1, 2, 3});
+  for (std::uint32_t call = 0;; ++call) {
+    ThrowingFile file(bytes, call);
+    CDrawAtterSet set;
+    try {
+      ASSERT_TRUE(set.Read(&file));
+      EXPECT_EQ(set.GetElemCount(), 3U);
+      return;
+    } catch (const ThrowingFile::Thrown&) {
+      // The front of the set, then whole elements.
+      const auto whole =
+          file.GetPosition() < 12 ? 0 : (file.GetPosition() - 12) / AtterBytes(1, {7}).size();
+      EXPECT_EQ(set.GetElemCount(), whole) << call;
     }
   }
 }
