@@ -4,7 +4,6 @@
 #include <cstring>
 #include <limits>
 #include <new>
-#include <stdexcept>
 #include <typeinfo>
 #include <utility>
 
@@ -80,7 +79,10 @@ void CFile::StartWriting() {
     if (!descriptor::Seek(m_file, static_cast<std::int64_t>(position))) ThrowUnreachable();
     m_systemPosition = position;
   }
-  static_cast<void>(m_buffer.Start(CFileBuffer::State::kWriting));
+  if (!m_buffer.Start(CFileBuffer::State::kWriting)) {
+    m_failed = true;
+    throw std::bad_alloc();
+  }
 }
 
 std::uint32_t CFile::ReadThrough(void* data, std::uint32_t size) noexcept {
