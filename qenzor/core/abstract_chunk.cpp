@@ -4,6 +4,7 @@
 #include <new>
 
 #include "qenzor/core/chunk_factory.h"
+#include "qenzor/platform/window_file_impl.h"
 
 namespace qenzor {
 
@@ -83,7 +84,9 @@ bool CAbstractChunk::ReadChunkBlock(const void* data, const std::uint32_t& avail
 }
 
 bool CAbstractChunk::ReadChunkBlock(CFile* file, std::uint32_t needed) {
-  if (needed != 0 && IsAtMaxDepth()) return false;
+  if (needed == 0) return true;
+  const CWindowFile* window = AsWindow(*file);
+  if (IsAtMaxDepth() || (window != nullptr && window->GetLeft() < needed)) return false;
   std::uint32_t total = 0;
   for (std::uint32_t index = 0; total < needed; ++index) {
     CAbstractChunk* chunk = CChunkFactory::Create(file);

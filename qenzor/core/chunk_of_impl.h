@@ -64,10 +64,21 @@ bool CChunkOf<Self, Base, Data>::ReadPrimitiveBlock(const void* data, const std:
 
 template <class Self, class Base, class Data>
 bool CChunkOf<Self, Base, Data>::ReadPrimitiveBlock(CFile* file, std::uint32_t& consumed) {
+  constexpr bool kMayOverrun = requires { Data::MemoryConsumed(file, consumed); };
   CFileSource source(*file);
+  std::array<std::uint8_t, 2> front{};
+  if (kMayOverrun && source.ReadsAsMemory()) source.Peek(front);
   if (!ReadFields(source, Data::Fields(), *this)) return false;
   consumed = source.GetConsumed();
-  if constexpr (requires { this->AfterFileRead(); }) this->AfterFileRead();
+  if (source.ReadsAsMemory()) {
+    if constexpr (requires { this->AfterMemoryRead(); }) this->AfterMemoryRead();
+    if constexpr (kMayOverrun) {
+      consumed = Data::MemoryConsumed(front.data(), consumed);
+      source.GoBackTo(consumed);
+    }
+  } else {
+    if constexpr (requires { this->AfterFileRead(); }) this->AfterFileRead();
+  }
   return true;
 }
 

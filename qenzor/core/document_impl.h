@@ -8,9 +8,9 @@
 
 #include "qenzor/core/block.h"
 #include "qenzor/core/fields.h"
-#include "qenzor/core/source.h"
-#include "qenzor/platform/file_bytes.h"
+#include "qenzor/core/source_impl.h"
 #include "qenzor/platform/pages_impl.h"
+#include "qenzor/platform/window_file_impl.h"
 
 namespace qenzor {
 
@@ -63,12 +63,11 @@ bool ReadWholeFile(const CString& path, ReadBytes&& read) {
   return read(bytes.get(), size);
 }
 
-/// The same for bytes that are only read, without a copy where the system allows that.
-template <class ReadBytes>
-bool ReadFileBytes(const CString& path, ReadBytes&& read) {
-  const CFileBytes file(path);
-  if (file.GetBytes() != nullptr) return read(file.GetBytes(), file.GetSize());
-  return ReadWholeFile(path, read);
+/// Opens the file and has a document read from it as from memory, of which only a window is there.
+template <class ReadDocument>
+bool ReadThroughWindow(const CString& path, ReadDocument&& read) {
+  CWindowFile file;
+  return file.Open(path, CFile::modeRead | CFile::typeBinary) && read(file);
 }
 
 /// Creates the file and lets write fill it; true when all of it has reached the file.

@@ -2,13 +2,15 @@
 
 // What field lists do in the chunk form: sizes, reading, writing, copying, releasing.
 
+#include <algorithm>
 #include <memory>
 #include <new>
+#include <vector>
 
 #include "qenzor/core/abstract_chunk.h"
 #include "qenzor/core/block.h"
 #include "qenzor/core/fields.h"
-#include "qenzor/core/source.h"
+#include "qenzor/core/source_impl.h"
 #include "qenzor/core/stored_text.h"
 
 namespace qenzor {
@@ -46,21 +48,48 @@ bool ReadValue(Source& source, T& object, const TextField<O, Value>& f) {
   return source.IsWhole();
 }
 
+/// Elements of fixed size. The array is made when their bytes are known to be there.
+template <class Source, class Array>
+bool ReadPackedElements(Source& source, typename Array::count_type count, Array& array) {
+  using Element = typename Array::value_type;
+  constexpr std::uint32_t kElementSize = PackedSize<Element>();
+  const auto load = [](const std::uint8_t* bytes, Element* element, Element* end) {
+    for (; element != end; ++element, bytes += kElementSize) LoadPacked(bytes, *element);
+  };
+  const std::uint64_t size = std::uint64_t{count} * kElementSize;
+  if (const std::uint8_t* bytes = source.Take(size); bytes != nullptr) {
+    array.Reset(count);
+    load(bytes, array.begin(), array.end());
+    return true;
+  }
+  if (!source.Has(size)) return false;
+  array.Reset(count);
+  for (Element* next = array.begin(); next != array.end();) {
+    constexpr std::ptrdiff_t kAtOnce = CFileSource::kPiece / kElementSize;
+    const std::ptrdiff_t elements = std::min(array.end() - next, kAtOnce);
+    const std::uint8_t* bytes = source.Take(static_cast<std::uint64_t>(elements) * kElementSize);
+    if (bytes == nullptr) {
+      array.clear();
+      return false;
+    }
+    load(bytes, next, next + elements);
+    next += elements;
+  }
+  return true;
+}
+
 template <class Source, class Array>
 bool ReadElements(Source& source, typename Array::count_type count, Array& array) {
   using Element = typename Array::value_type;
   if constexpr (IsFixedSize<Element>()) {
-    constexpr std::uint32_t kElementSize = PackedSize<Element>();
-    const std::uint8_t* bytes = source.Take(std::uint64_t{count} * kElementSize);
-    if (bytes == nullptr) return false;
+    return ReadPackedElements(source, count, array);
+  } else if (source.Has(std::uint64_t{count} * LeastSize<Element>())) {
     array.Reset(count);
-    for (Element& element : array) {
-      LoadPacked(bytes, element);
-      bytes += kElementSize;
-    }
-    return true;
+    return std::all_of(array.begin(), array.end(), [&source](Element& element) {
+      return ReadFields(source, Element::Fields(), element);
+    });
   } else {
-    // Elements of varying size: none is made before its bytes are there.
+    // None is made before its bytes are there.
     std::vector<Element> elements;
     for (std::uint32_t i = 0; i < count; ++i)
       if (!ReadFields(source, Element::Fields(), elements.emplace_back())) return false;

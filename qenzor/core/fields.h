@@ -18,6 +18,7 @@ namespace qenzor {
 template <class Owner, class Value, class CodingT>
 struct Field {
   using Coding = CodingT;
+  using ValueType = Value;
   std::string_view Tag;
   Value Owner::*Member;
 };
@@ -149,6 +150,19 @@ constexpr std::uint32_t PackedSize() {
   } else {
     return DefaultCoding<T>::template kSize<T>;
   }
+}
+
+/// The fewest bytes that a record takes in a file.
+template <class T>
+constexpr std::uint32_t LeastSize() {
+  std::uint32_t size = 0;
+  ForEachField(T::Fields(), [&size]<class F>(const F& /*f*/) {
+    if constexpr (requires { typename F::Coding; })
+      size += F::Coding::template kSize<typename F::ValueType>;
+    else
+      size += 2;  // at least a count
+  });
+  return size;
 }
 
 /// Reads a value of fixed size from its packed bytes.

@@ -13,6 +13,7 @@ CUnKnownChunk::CUnKnownChunk() = default;
 const CRuntimeClass& CUnKnownChunk::GetRuntimeClass() const { return kRuntimeClass; }
 
 bool CUnKnownChunk::ReadData(CFile* file) try {
+  if (file->ReadsAsMemory()) return CAbstractChunk::ReadData(file);
   const std::uint64_t from = file->GetPosition();
   return file->Seek(m_header.DataSize, CFile::current) - from == m_header.DataSize;
 } catch (const std::exception&) {

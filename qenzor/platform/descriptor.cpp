@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -8,7 +9,6 @@
 
 #ifdef _WIN32
 #include <io.h>
-#include <sys/stat.h>
 #else
 #include <unistd.h>
 #endif
@@ -23,6 +23,14 @@ constexpr int kRead = _O_RDONLY | _O_BINARY | _O_NOINHERIT;
 constexpr int kUpdate = _O_RDWR | _O_BINARY | _O_NOINHERIT;
 constexpr int kCreate = _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY | _O_NOINHERIT;
 constexpr int kMode = _S_IREAD | _S_IWRITE;
+
+using Status = struct _stat64;
+bool GetStatus(int file, Status& status) { return ::_fstat64(file, &status) == 0; }
+Kind KindOf(const Status& status) {
+  return (status.st_mode & _S_IFREG) != 0   ? Kind::kPlain
+         : (status.st_mode & _S_IFIFO) != 0 ? Kind::kPipe
+                                            : Kind::kOther;
+}
 
 int OpenFile(const char* path, int flags) { return ::_open(path, flags, kMode); }
 int CloseFile(int file) { return ::_close(file); }
@@ -42,6 +50,14 @@ constexpr int kRead = O_RDONLY | O_CLOEXEC;
 constexpr int kUpdate = O_RDWR | O_CLOEXEC;
 constexpr int kCreate = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
 constexpr mode_t kMode = 0666;
+
+using Status = struct stat;
+bool GetStatus(int file, Status& status) { return ::fstat(file, &status) == 0; }
+Kind KindOf(const Status& status) {
+  return S_ISREG(status.st_mode)                                ? Kind::kPlain
+         : S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode) ? Kind::kPipe
+                                                                : Kind::kOther;
+}
 
 // NOLINTNEXTLINE(*-vararg)
 int OpenFile(const char* path, int flags) { return ::open(path, flags, kMode); }
@@ -97,7 +113,14 @@ bool Seek(int file, std::int64_t position) noexcept {
   return SeekFile(file, position, SEEK_SET) >= 0;
 }
 
+Kind GetKind(int file) noexcept {
+  Status status{};
+  return GetStatus(file, status) ? KindOf(status) : Kind::kOther;
+}
+
 std::int64_t GetLength(int file) noexcept {
+  Status status{};
+  if (GetStatus(file, status) && KindOf(status) == Kind::kPlain) return status.st_size;
   const std::int64_t here = SeekFile(file, 0, SEEK_CUR);
   if (here < 0) return -1;
   const std::int64_t length = SeekFile(file, 0, SEEK_END);

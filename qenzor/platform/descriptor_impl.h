@@ -26,6 +26,8 @@ std::int64_t Read(int file, void* data, std::uint32_t size) noexcept;
 bool Write(int file, const void* data, std::uint32_t size) noexcept;
 /// Moves to a position from the front; false where there is none, as in a pipe.
 bool Seek(int file, std::int64_t position) noexcept;
+enum class Kind : std::uint8_t { kPlain, kPipe, kOther };
+Kind GetKind(int file) noexcept;
 /// The length of what has one; negative for a pipe and its like.
 std::int64_t GetLength(int file) noexcept;
 

@@ -58,6 +58,12 @@ bool CFile::Open(const CString& path, std::uint32_t flags) {
   return true;
 }
 
+void CFile::ReadAsMemory(std::uint32_t size, std::uint32_t behind) noexcept {
+  m_readsAsMemory = true;
+  m_buffer.SetReading(size, behind);
+  LendBuffer();
+}
+
 bool CFile::StartReading() noexcept {
   if (m_buffer.GetState() == CFileBuffer::State::kReading) return true;
   try {
@@ -86,7 +92,7 @@ void CFile::StartWriting() {
 }
 
 std::uint32_t CFile::ReadThrough(void* data, std::uint32_t size) noexcept {
-  const std::int64_t count = descriptor::Read(m_file, data, size);
+  const std::int64_t count = size == 0 ? 0 : descriptor::Read(m_file, data, size);
   if (count <= 0) return 0;
   m_systemPosition += static_cast<std::uint64_t>(count);
   return static_cast<std::uint32_t>(count);
@@ -100,7 +106,7 @@ bool CFile::Refill() noexcept {
 }
 
 const std::uint8_t* CFile::FetchBlock(std::uint32_t size) noexcept {
-  if (!m_buffer.Lends() || size > CFileBuffer::kReadSize || !StartReading()) return nullptr;
+  if (!m_buffer.Lends() || size > m_buffer.GetMostTaken() || !StartReading()) return nullptr;
   while (m_buffer.GetLeft() < size)
     if (!Refill()) return nullptr;
   return m_buffer.TakeLent(size);
@@ -145,7 +151,7 @@ std::uint32_t CFile::Read(void* data, std::uint32_t size) {
       std::memcpy(bytes + done, m_buffer.GetNext(), count);
       m_buffer.Move(count);
       done += count;
-    } else if (wanted >= CFileBuffer::kReadSize) {
+    } else if (wanted >= m_buffer.GetMostTaken()) {
       // What the buffer could not take at once goes past it.
       m_buffer.Start(CFileBuffer::State::kReading);
       const std::uint32_t read = ReadThrough(bytes + done, wanted);

@@ -74,22 +74,33 @@ class QENZOR_EXPORT CFile {
   }
   void EndBlock(std::uint8_t* block_end) noexcept { m_buffer.EndRoom(block_end); }
 
+  /// Whether chunks are read from this as from a block of memory that holds all of its bytes.
+  bool ReadsAsMemory() const noexcept { return m_readsAsMemory; }
+
  protected:
   /// Lets TakeBlock and BeginBlock give out the inside of the buffer; only for a class whose own
   /// Read and Write nobody overrides, which would not hear of what is taken and put there.
   void LendBuffer() noexcept { m_buffer.SetLending(true); }
   /// Lets a class that is never opened write through a WriteThrough of its own.
   void AllowWriting() noexcept { m_writes = true; }
+  /// Makes this a file that ReadsAsMemory, which reads ahead so many bytes and keeps so many of
+  /// those that it has passed.
+  void ReadAsMemory(std::uint32_t size, std::uint32_t behind) noexcept;
+  /// The system's file, for whoever asks it what is not asked here; negative when none is open.
+  int GetDescriptor() const noexcept { return m_file; }
   /// Sends what was written and is still in the buffer through WriteThrough.
   void EmptyBuffer();
   /// Takes bytes past the buffer; throws CFileException on failure.
   virtual void WriteThrough(const void* data, std::uint32_t size);
+  /// Reads up to size bytes past the buffer, as many as come at once; 0 at the end and on failure.
+  virtual std::uint32_t ReadThrough(void* data, std::uint32_t size) noexcept;
   bool HasFailed() const noexcept { return m_failed; }
+  /// Where the system's file stands, ahead of the user or behind him.
+  std::uint64_t GetSystemPosition() const noexcept { return m_systemPosition; }
 
  private:
   bool StartReading() noexcept;
   void StartWriting();
-  std::uint32_t ReadThrough(void* data, std::uint32_t size) noexcept;
   bool Refill() noexcept;
   const std::uint8_t* FetchBlock(std::uint32_t size) noexcept;
   std::uint8_t* MakeRoom(std::uint32_t size);
@@ -98,10 +109,11 @@ class QENZOR_EXPORT CFile {
 
   CFileBuffer m_buffer;
   int m_file;
-  std::uint64_t m_systemPosition = 0;  ///< where the system's file stands, ahead of or behind us
+  std::uint64_t m_systemPosition = 0;
   bool m_reads = false;
   bool m_writes = false;
   bool m_failed = false;
+  bool m_readsAsMemory = false;
 };
 
 /// The file that a document is written to or read from: whole blocks are put together, or looked

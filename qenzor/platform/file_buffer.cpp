@@ -1,5 +1,6 @@
 #include "qenzor/platform/file_buffer.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -8,6 +9,12 @@ namespace qenzor {
 CFileBuffer::CFileBuffer() noexcept = default;
 CFileBuffer::~CFileBuffer() = default;
 
+void CFileBuffer::SetReading(std::uint32_t size, std::uint32_t behind) noexcept {
+  assert(m_state != State::kReading && behind < size);
+  m_readSize = size;
+  m_behind = behind;
+}
+
 void CFileBuffer::SetLending(bool lends) noexcept {
   m_lends = lends;
   UpdateLent();
@@ -15,7 +22,7 @@ void CFileBuffer::SetLending(bool lends) noexcept {
 
 bool CFileBuffer::Start(State state) noexcept {
   const std::uint32_t size = state == State::kNeither   ? 0
-                             : state == State::kReading ? kReadSize
+                             : state == State::kReading ? m_readSize
                                                         : kWriteSize;
   if (m_size < size) {
     m_bytes.reset(new (std::nothrow) std::uint8_t[size]);
@@ -31,12 +38,13 @@ bool CFileBuffer::Start(State state) noexcept {
 
 CFileBuffer::Room CFileBuffer::MakeRoomToRead() noexcept {
   assert(m_state == State::kReading);
+  const std::uint32_t behind = std::min(GetPassed(), m_behind);
   const std::uint32_t left = GetLeft();
-  std::memmove(m_bytes.get(), m_next, left);
-  m_next = m_bytes.get();
+  std::memmove(m_bytes.get(), m_next - behind, behind + left);
+  m_next = m_bytes.get() + behind;
   m_end = m_next + left;
   UpdateLent();
-  return {m_end, m_size - left};
+  return {m_end, m_size - behind - left};
 }
 
 void CFileBuffer::AddRead(std::uint32_t size) noexcept {

@@ -23,6 +23,10 @@ class QENZOR_EXPORT CFileBuffer {
   CFileBuffer(const CFileBuffer&) = delete;
   CFileBuffer& operator=(const CFileBuffer&) = delete;
 
+  /// How many bytes are read ahead at most, and how many of those behind the user are kept.
+  void SetReading(std::uint32_t size, std::uint32_t behind) noexcept;
+  /// The longest block that is surely lent in one piece, if there is so much.
+  std::uint32_t GetMostTaken() const noexcept { return m_readSize - m_behind; }
   /// Whether what is lent is given out from now on.
   void SetLending(bool lends) noexcept;
   bool Lends() const noexcept { return m_lends; }
@@ -53,7 +57,7 @@ class QENZOR_EXPORT CFileBuffer {
     m_next += size;
     return bytes;
   }
-  /// Brings what is left to the front; behind it is room for more.
+  /// Brings what is left, and what is kept, to the front; behind it is room for more.
   struct Room {
     std::uint8_t* Begin;
     std::uint32_t Size;
@@ -85,6 +89,8 @@ class QENZOR_EXPORT CFileBuffer {
 
   std::unique_ptr<std::uint8_t[]> m_bytes;
   std::uint32_t m_size = 0;
+  std::uint32_t m_readSize = kReadSize;
+  std::uint32_t m_behind = 0;
   std::uint8_t* m_next = nullptr;
   std::uint8_t* m_end = nullptr;        ///< of the bytes read, or of the room
   std::uint8_t* m_lentBytes = nullptr;  ///< m_end while bytes are lent, else not behind m_next

@@ -27,8 +27,7 @@ void CQen::DeepCopy(CQen* source) {
 }
 
 bool CQen::Read(const CString& path) {
-  return ReadFileBytes(path,
-                       [this](const void* data, std::uint32_t size) { return Read(data, size); });
+  return ReadThroughWindow(path, [this](CFile& file) { return Read(&file); });
 }
 
 bool CQen::Read(const void* data, const std::uint32_t& size) {

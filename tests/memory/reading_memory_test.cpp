@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 #include <sys/mman.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <cstdint>
@@ -216,6 +217,66 @@ TEST(ReadingMemory, DamagedDocumentsStayWithinBounds) {
       ExpectWithinBounds(damaged);
     }
   }
+}
+
+/// A file of this test's own.
+class File {
+ public:
+  explicit File(const Bytes& bytes)
+      : m_path(std::filesystem::path(::testing::TempDir()) /
+               ("qenzor-memory-" + std::to_string(::getpid()))) {
+    std::ofstream(m_path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+  }
+  ~File() {
+    std::error_code ignored;
+    std::filesystem::remove(m_path, ignored);
+  }
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
+  const std::filesystem::path& Path() const { return m_path; }
+
+ private:
+  std::filesystem::path m_path;
+};
+
+/// What reading by path takes beside the tree that stays.
+template <class Document>
+std::size_t ExtraOfPathReading(const std::filesystem::path& path) {
+  const std::size_t before = g_in_use;
+  g_peak = before;
+  Document document;
+  EXPECT_TRUE(document.Read(path.string()));
+  return g_peak - g_in_use;
+}
+
+TEST(ReadingMemory, AFileIsNeverThereAsAWhole) {
+  const File layers(MapOf(Repeat(kMany * 10, Number(kMany * 10, 4), Chunk(7, Number(0, 2)))));
+  EXPECT_LE(ExtraOfPathReading<qenzor::CQen>(layers.Path()), kAllowance);
+  Bytes mark = Number(0, 8);
+  Put(mark, 65535, 2);
+  mark = Repeat(65535, mark, Bytes(10, 0));
+  const File marks(DrawingOf(Chunk(24, Repeat(10, Number(10, 4), Chunk(11, mark)))));
+  EXPECT_LE(ExtraOfPathReading<qenzor::CZor>(marks.Path()), kAllowance);
+  Bytes indices = Number(10000000, 4);
+  indices.resize(indices.size() + std::size_t{40000000});
+  Bytes atter = Number(1, 8);
+  const Bytes index_set = Chunk(23, indices);
+  atter.insert(atter.end(), index_set.begin(), index_set.end());
+  const File index_file(DrawingOf(Chunk(2, Repeat(1, Number(1, 4), Chunk(3, atter)))));
+  EXPECT_LE(ExtraOfPathReading<qenzor::CZor>(index_file.Path()), kAllowance);
+}
+
+TEST(ReadingMemory, AnEmptyRootInFourGigabytesOfZerosCostsAWindow) {
+  const File file{Bytes()};
+  std::error_code error;
+  std::filesystem::resize_file(file.Path(), 0xFFFFFFFF, error);
+  if (error) GTEST_SKIP() << "no room for a sparse file: " << error.message();
+  EXPECT_LE(ExtraOfPathReading<qenzor::CQen>(file.Path()), kAllowance);
+  EXPECT_LE(ExtraOfPathReading<qenzor::CZor>(file.Path()), kAllowance);
+  std::filesystem::resize_file(file.Path(), 0x100000000);
+  EXPECT_FALSE(qenzor::CQen().Read(file.Path().string()));
 }
 
 TEST(ReadingMemory, AllOfItComesBack) {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "qenzor/platform/file.h"
+#include "qenzor/platform/window_file_impl.h"
 
 namespace qenzor {
 
@@ -27,6 +27,8 @@ class CMemSource {
   /// The bytes of a value, which takes none of them when there are too few.
   const std::uint8_t* TakeValue(std::uint32_t size) noexcept { return Take(size); }
   static constexpr bool IsWhole() noexcept { return true; }
+  /// Whether so many bytes are left for certain.
+  bool Has(std::uint64_t size) const noexcept { return size <= m_left; }
   std::uint32_t GetConsumed() const noexcept {
     return static_cast<std::uint32_t>(m_next - m_begin);
   }
@@ -38,29 +40,47 @@ class CMemSource {
 };
 
 /// The same from an open file: where they lie if it lends them, else through a buffer of the call,
-/// which grows with what arrives and never with what is asked for.
+/// which grows with what arrives and never with what is asked for. A file that is read as memory
+/// gives the same as memory would, piece by piece.
 class CFileSource {
  public:
-  explicit CFileSource(CFile& file) : m_file(file) {}
+  /// The most bytes that a value has, and those that an array may be read by.
+  static constexpr std::uint32_t kPiece = 64 * 1024;
 
-  /// The next size bytes, valid until the next call; null when the file delivers fewer.
+  explicit CFileSource(CFile& file) : m_file(file), m_window(AsWindow(file)) {}
+
+  /// The next size bytes, valid until the next call; null when the file delivers fewer, and for
+  /// more than kPiece when it Has them: they are to be taken in pieces.
   const std::uint8_t* Take(std::uint64_t size) {
-    return size <= kMostOfValue ? Finish(TakeValue(static_cast<std::uint32_t>(size)))
-                                : TakeLarge(size);
+    return size <= kPiece ? Finish(TakeValue(static_cast<std::uint32_t>(size))) : TakeLarge(size);
   }
   /// The bytes of a value, at most 64 KiB. A value takes what there is: of fewer bytes the rest is
   /// zero, and the source is not whole from then on.
   const std::uint8_t* TakeValue(std::uint32_t size) {
     m_consumed += size;
     const std::uint8_t* lent = m_file.TakeBlock(size);
-    return lent != nullptr ? lent : ReadValue(size);
+    return lent != nullptr || m_window != nullptr ? lent : ReadValue(size);
   }
   bool IsWhole() const noexcept { return m_whole; }
+  bool Has(std::uint64_t size) const noexcept { return m_window != nullptr && m_window->Has(size); }
+  bool ReadsAsMemory() const noexcept { return m_window != nullptr; }
+  /// Copies the next bytes, where there are so many, without taking them.
+  template <std::size_t kCount>
+  void Peek(std::array<std::uint8_t, kCount>& front) {
+    const std::uint8_t* bytes = m_file.TakeBlock(kCount);
+    if (bytes == nullptr) return;
+    std::copy_n(bytes, kCount, front.begin());
+    m_file.Seek(-static_cast<std::int64_t>(kCount), CFile::current);
+  }
+  /// Goes back to where only so many bytes were consumed.
+  void GoBackTo(std::uint32_t consumed) {
+    if (consumed == m_consumed) return;
+    m_file.Seek(std::int64_t{consumed} - std::int64_t{m_consumed}, CFile::current);
+    m_consumed = consumed;
+  }
   std::uint32_t GetConsumed() const noexcept { return m_consumed; }
 
  private:
-  static constexpr std::uint32_t kMostOfValue = 64 * 1024;
-
   const std::uint8_t* Finish(const std::uint8_t* bytes) const noexcept {
     return m_whole ? bytes : nullptr;
   }
@@ -78,6 +98,7 @@ class CFileSource {
     return bytes;
   }
   const std::uint8_t* TakeLarge(std::uint64_t size) {
+    if (m_window != nullptr && m_window->IsLengthKnown()) return nullptr;
     // The points of one object come at once.
     constexpr auto kStep = std::uint64_t{256} * 1024;
     m_large.clear();
@@ -92,6 +113,7 @@ class CFileSource {
   }
 
   CFile& m_file;
+  CWindowFile* m_window;
   std::uint32_t m_consumed = 0;
   bool m_whole = true;
   std::array<std::uint8_t, 16> m_small;

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "qenzor/platform/file.h"
+
+namespace qenzor {
+
+/// A file that is read as if all of its bytes lay in memory, of which only a window does. Chunks
+/// may look at whatever bytes remain, and go back a little: see kBehind.
+class CWindowFile final : public CFile {
+ public:
+  /// The window slides over a file that does not fit into it.
+  static constexpr std::uint32_t kSize = 256 * 1024;
+  /// How far a chunk may go back from the end of its fields: what 16 bits cannot tell.
+  static constexpr std::uint32_t kBehind = 64 * 1024;
+
+  /// Opens a plain file or a pipe. False for devices, and for more bytes than 32 bits can tell.
+  bool Open(const CString& path, std::uint32_t flags) override;
+
+  /// The bytes that remain; of a pipe, which does not tell, the most that there can be.
+  std::uint32_t GetLeft() const noexcept;
+  bool IsLengthKnown() const noexcept { return m_isLengthKnown; }
+  /// Whether so many remain for certain.
+  bool Has(std::uint64_t size) const noexcept { return m_isLengthKnown && size <= GetLeft(); }
+
+ protected:
+  std::uint32_t ReadThrough(void* data, std::uint32_t size) noexcept override;
+
+ private:
+  std::uint64_t m_length = 0;
+  bool m_isLengthKnown = false;
+};
+
+/// The file as the one that is read as memory; null where it is another.
+inline CWindowFile* AsWindow(CFile& file) noexcept {
+  return file.ReadsAsMemory() ? static_cast<CWindowFile*>(&file) : nullptr;
+}
+
+}  // namespace qenzor
