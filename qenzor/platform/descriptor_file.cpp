@@ -36,7 +36,8 @@ bool WriteAll(int descriptor, const void* data, std::size_t size) noexcept {
 }
 
 void CDescriptorFile::Attach(int descriptor) {
-  MakeBuffer(true);
+  AllowWriting();
+  LendBuffer();
   m_descriptor = descriptor;
 }
 

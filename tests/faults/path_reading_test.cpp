@@ -49,7 +49,7 @@ Bytes LargeMap(std::size_t objects) {
 TEST(PathReading, AMapOfManyWindowsIsTheSame) { ExpectSame<CQen>(LargeMap(12000), true); }
 
 TEST(PathReading, EveryEndAroundAWindowIsTheSame) {
-  const Bytes whole = LargeMap(3000);
+  const Bytes whole = LargeMap(4000);
   ASSERT_GT(whole.size(), 300000U);
   constexpr std::uint32_t kStep = 64 * 1024;
   for (std::uint32_t edge = kStep; edge < whole.size(); edge += kStep)
