@@ -4,6 +4,7 @@
 #include <new>
 
 #include "qenzor/core/chunk_factory.h"
+#include "qenzor/core/read_log_impl.h"
 #include "qenzor/platform/window_file_impl.h"
 
 namespace qenzor {
@@ -63,7 +64,7 @@ bool CAbstractChunk::ReadData(CFile* file) try {
   if (!ReadPrimitiveBlock(file, consumed)) return false;
   return ReadChunkBlock(file, m_header.DataSize - consumed);
 } catch (const std::bad_alloc&) {
-  return false;
+  return NoteNoMemory(*file);
 }
 
 bool CAbstractChunk::ReadChunkBlock(const void* data, const std::uint32_t& available_bytes,
@@ -86,15 +87,23 @@ bool CAbstractChunk::ReadChunkBlock(const void* data, const std::uint32_t& avail
 bool CAbstractChunk::ReadChunkBlock(CFile* file, std::uint32_t needed) {
   if (needed == 0) return true;
   const CWindowFile* window = AsWindow(*file);
-  if (IsAtMaxDepth() || (window != nullptr && window->GetLeft() < needed)) return false;
+  const std::uint32_t most = window != nullptr ? window->GetLeft() : needed;
+  if (IsAtMaxDepth()) return NoteTooDeep(*file, m_header.DataSize - needed);
+  if (most < needed || needed > m_header.DataSize) {
+    NoteWrongSize(*file, m_header.DataSize, m_header.DataSize - needed, most);
+    if (most < needed) return false;
+  }
   std::uint32_t total = 0;
-  for (std::uint32_t index = 0; total < needed; ++index) {
+  std::uint32_t index = 0;
+  CChunkHeader last;
+  for (; total < needed; ++index) {
     CAbstractChunk* chunk = CChunkFactory::Create(file);
-    if (chunk == nullptr) return false;
+    if (chunk == nullptr) return NoteSubChunk(*file, *this, index, needed - total);
+    last = chunk->GetHeader();
     total += chunk->GetChunkSize();
     SubChunkSet(index, chunk);
   }
-  return total == needed;
+  return total == needed || NoteOverrun(*file, *this, last, index - 1, total - needed);
 }
 
 bool CAbstractChunk::Write(CFile* file, bool recalc) {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <new>
 
+#include "qenzor/core/read_log_impl.h"
 #include "qenzor/core/unknown_chunk.h"
 
 namespace qenzor {
@@ -22,7 +23,14 @@ CAbstractChunk* CChunkFactory::Create(CFile* file) {
   CChunkHeader header;
   if (!header.Read(file)) return nullptr;
   std::unique_ptr<CAbstractChunk> chunk(CreateInstance(header));
-  if (chunk == nullptr || !chunk->ReadData(file)) return nullptr;
+  if (chunk == nullptr) {
+    NoteNoMemory(*file);
+    return nullptr;
+  }
+  if (!chunk->ReadData(file)) {
+    NoteLevel(*chunk);
+    return nullptr;
+  }
   return chunk.release();
 }
 

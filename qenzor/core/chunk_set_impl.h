@@ -36,7 +36,7 @@ template <class T>
 bool CAbstractChunkSet<T>::ReadPrimitiveBlock(CFile* file, std::uint32_t& consumed) {
   CFileSource source(*file);
   const std::uint8_t* count = source.Take(kSetCountSize);
-  if (count == nullptr) return false;
+  if (count == nullptr) return source.Misses("element count", kSetCountSize);
   NumberCoding::Load(count, m_declaredCount);
   consumed = kSetCountSize;
   return true;

@@ -39,13 +39,13 @@ std::unique_ptr<Owned> CloneOf(Owned* original) {
 template <class Source, class T, class O, class Value>
 bool ReadValue(Source& source, T& object, const TextField<O, Value>& f) {
   const std::uint8_t* count = source.TakeValue(kStoredTextCountSize);
-  if (count == nullptr) return false;
+  if (count == nullptr) return source.Misses(f.Tag, kStoredTextCountSize);
   const auto size = little_endian::Load<std::uint16_t>(count);
-  if (size > f.MaxBytes) return false;
+  if (size > f.MaxBytes) return source.Refuses(f.Tag, size, f.MaxBytes);
   const std::uint8_t* bytes = source.TakeValue(size);
-  if (bytes == nullptr) return false;
+  if (bytes == nullptr) return source.Misses(f.Tag, size);
   DecodeStoredText(bytes, size, object.*f.Member);
-  return source.IsWhole();
+  return source.IsWhole() || source.Misses(f.Tag, size);
 }
 
 /// Elements of fixed size. The array is made when their bytes are known to be there.
@@ -79,10 +79,12 @@ bool ReadPackedElements(Source& source, typename Array::count_type count, Array&
 }
 
 template <class Source, class Array>
-bool ReadElements(Source& source, typename Array::count_type count, Array& array) {
+bool ReadElements(Source& source, std::string_view tag, typename Array::count_type count,
+                  Array& array) {
   using Element = typename Array::value_type;
   if constexpr (IsFixedSize<Element>()) {
-    return ReadPackedElements(source, count, array);
+    return ReadPackedElements(source, count, array) ||
+           source.Misses(tag, std::uint64_t{count} * PackedSize<Element>());
   } else if (source.Has(std::uint64_t{count} * LeastSize<Element>())) {
     array.Reset(count);
     return std::all_of(array.begin(), array.end(), [&source](Element& element) {
@@ -103,16 +105,16 @@ template <class Source, class T, class O, class Array>
 bool ReadValue(Source& source, T& object, const ArrayField<O, Array>& f) {
   using Count = typename Array::count_type;
   const std::uint8_t* bytes = source.Take(sizeof(Count));
-  return bytes != nullptr &&
-         ReadElements(source, little_endian::Load<Count>(bytes), object.*f.Member);
+  if (bytes == nullptr) return source.Misses(f.Tag, sizeof(Count));
+  return ReadElements(source, f.Tag, little_endian::Load<Count>(bytes), object.*f.Member);
 }
 
 template <class Source, class T, class O, class Value, class Coding>
 bool ReadValue(Source& source, T& object, const Field<O, Value, Coding>& f) {
   const std::uint8_t* bytes = source.TakeValue(Coding::template kSize<Value>);
-  if (bytes == nullptr) return false;
+  if (bytes == nullptr) return source.Misses(f.Tag, Coding::template kSize<Value>);
   Coding::Load(bytes, object.*f.Member);
-  return source.IsWhole();
+  return source.IsWhole() || source.Misses(f.Tag, Coding::template kSize<Value>);
 }
 
 template <class Source, class T, class Members>

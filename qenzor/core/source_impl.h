@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "qenzor/core/read_log_impl.h"
 #include "qenzor/platform/window_file_impl.h"
 
 namespace qenzor {
@@ -29,6 +30,12 @@ class CMemSource {
   static constexpr bool IsWhole() noexcept { return true; }
   /// Whether so many bytes are left for certain.
   bool Has(std::uint64_t size) const noexcept { return size <= m_left; }
+  // Nobody asks why memory cannot be read.
+  static constexpr bool Misses(std::string_view /*tag*/, std::uint64_t /*size*/) { return false; }
+  static constexpr bool Refuses(std::string_view /*tag*/, std::uint32_t /*size*/,
+                                std::uint32_t /*most*/) {
+    return false;
+  }
   std::uint32_t GetConsumed() const noexcept {
     return static_cast<std::uint32_t>(m_next - m_begin);
   }
@@ -62,6 +69,13 @@ class CFileSource {
     return lent != nullptr || m_window != nullptr ? lent : ReadValue(size);
   }
   bool IsWhole() const noexcept { return m_whole; }
+  /// Says that a field of size bytes did not come whole, or is longer than it may be; false.
+  bool Misses(std::string_view tag, std::uint64_t size) const {
+    return NoteShortField(m_file, tag, size, m_window != nullptr ? m_window->GetLeft() : m_got);
+  }
+  bool Refuses(std::string_view tag, std::uint32_t size, std::uint32_t most) const {
+    return NoteTooLongText(m_file, tag, size, most);
+  }
   bool Has(std::uint64_t size) const noexcept { return m_window != nullptr && m_window->Has(size); }
   bool ReadsAsMemory() const noexcept { return m_window != nullptr; }
   /// Copies the next bytes, where there are so many, without taking them.
@@ -92,6 +106,7 @@ class CFileSource {
     }
     const std::uint32_t count = m_file.Read(bytes, size);
     if (count < size) {
+      m_got = count;
       std::fill(bytes + count, bytes + size, std::uint8_t{0});
       m_whole = false;
     }
@@ -106,7 +121,11 @@ class CFileSource {
       const std::size_t have = m_large.size();
       const auto step = static_cast<std::uint32_t>(std::min(size - have, kStep));
       m_large.resize(have + step);
-      if (m_file.Read(m_large.data() + have, step) != step) return nullptr;
+      m_got = m_file.Read(m_large.data() + have, step);
+      if (m_got != step) {
+        m_got += have;
+        return nullptr;
+      }
     }
     m_consumed += static_cast<std::uint32_t>(size);
     return m_large.data();
@@ -116,6 +135,7 @@ class CFileSource {
   CWindowFile* m_window;
   std::uint32_t m_consumed = 0;
   bool m_whole = true;
+  std::uint64_t m_got = 0;  ///< of the field that did not come whole
   std::array<std::uint8_t, 16> m_small;
   std::vector<std::uint8_t> m_large;
 };

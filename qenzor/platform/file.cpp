@@ -190,7 +190,7 @@ std::uint64_t CFile::GetPosition() const {
 
 std::uint64_t CFile::Seek(std::int64_t offset, SeekPosition from) {
   EmptyBuffer();
-  if (m_file == descriptor::kNone) ThrowUnreachable();
+  if (!m_reads && !m_writes) ThrowUnreachable();
   MoveTo(PositionFrom(from == begin ? 0 : from == current ? GetPosition() : GetLength(), offset));
   return GetPosition();
 }

@@ -81,8 +81,9 @@ class QENZOR_EXPORT CFile {
   /// Lets TakeBlock and BeginBlock give out the inside of the buffer; only for a class whose own
   /// Read and Write nobody overrides, which would not hear of what is taken and put there.
   void LendBuffer() noexcept { m_buffer.SetLending(true); }
-  /// Lets a class that is never opened write through a WriteThrough of its own.
+  /// Lets a class that is never opened write through a WriteThrough of its own, or read.
   void AllowWriting() noexcept { m_writes = true; }
+  void AllowReading() noexcept { m_reads = true; }
   /// Makes this a file that ReadsAsMemory, which reads ahead so many bytes and keeps so many of
   /// those that it has passed.
   void ReadAsMemory(std::uint32_t size, std::uint32_t behind) noexcept;
@@ -95,6 +96,8 @@ class QENZOR_EXPORT CFile {
   /// Reads up to size bytes past the buffer, as many as come at once; 0 at the end and on failure.
   virtual std::uint32_t ReadThrough(void* data, std::uint32_t size) noexcept;
   bool HasFailed() const noexcept { return m_failed; }
+  /// Counts what a ReadThrough of its own has read.
+  void AddRead(std::uint32_t size) noexcept { m_systemPosition += size; }
   /// Where the system's file stands, ahead of the user or behind him.
   std::uint64_t GetSystemPosition() const noexcept { return m_systemPosition; }
 

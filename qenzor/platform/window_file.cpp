@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <limits>
 
 #include "qenzor/platform/descriptor_impl.h"
@@ -11,15 +13,27 @@ bool CWindowFile::Open(const CString& path, std::uint32_t flags) {
   if (!CFile::Open(path, flags)) return false;
   const auto kind = descriptor::GetKind(GetDescriptor());
   m_isLengthKnown = kind == descriptor::Kind::kPlain;
-  m_length = m_isLengthKnown ? GetLength() : kMost;
-  if (kind == descriptor::Kind::kOther || m_length > kMost) {
-    Close();
-    return false;
-  }
-  if (m_length > kSize)
+  if (kind != descriptor::Kind::kOther && Measure(m_isLengthKnown ? GetLength() : kMost))
+    return true;
+  Close();
+  return false;
+}
+
+bool CWindowFile::OpenMemory(std::span<const std::uint8_t> bytes) {
+  AllowReading();
+  m_memory = bytes.data();
+  m_isLengthKnown = true;
+  return Measure(bytes.size());
+}
+
+bool CWindowFile::Measure(std::uint64_t length) {
+  m_length = length;
+  m_isTooLong = length > std::numeric_limits<std::uint32_t>::max();
+  if (m_isTooLong) return false;
+  if (length > kSize)
     ReadAsMemory(kSize, kBehind);
   else
-    ReadAsMemory(std::max(static_cast<std::uint32_t>(m_length), std::uint32_t{1}), 0);
+    ReadAsMemory(std::max(static_cast<std::uint32_t>(length), std::uint32_t{1}), 0);
   return true;
 }
 
@@ -28,8 +42,24 @@ std::uint32_t CWindowFile::GetLeft() const noexcept {
 }
 
 std::uint32_t CWindowFile::ReadThrough(void* data, std::uint32_t size) noexcept {
-  const std::uint64_t left = m_length - GetSystemPosition();
-  return CFile::ReadThrough(data, static_cast<std::uint32_t>(std::min<std::uint64_t>(size, left)));
+  const std::uint64_t position = GetSystemPosition();
+  const auto wanted =
+      static_cast<std::uint32_t>(std::min<std::uint64_t>(size, m_length - position));
+  if (wanted == 0) return 0;
+  std::uint32_t count = wanted;
+  if (m_memory != nullptr) {
+    std::memcpy(data, m_memory + position, wanted);
+    AddRead(wanted);
+  } else {
+    errno = 0;
+    count = CFile::ReadThrough(data, wanted);
+    if (count == 0) {
+      m_error = errno;
+      m_length = position;  // a pipe ends here; a file, too, which has become shorter
+    }
+  }
+  if (m_watch && !m_watch(position + count)) m_length = position + (count = 0);
+  return count;
 }
 
 }  // namespace qenzor

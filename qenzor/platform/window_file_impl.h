@@ -1,6 +1,8 @@
 #pragma once
 
-#include "qenzor/platform/file.h"
+#include <span>
+
+#include "qenzor/platform/watched_file_impl.h"
 
 namespace qenzor {
 
@@ -15,6 +17,14 @@ class CWindowFile final : public CFile {
 
   /// Opens a plain file or a pipe. False for devices, and for more bytes than 32 bits can tell.
   bool Open(const CString& path, std::uint32_t flags) override;
+  /// Makes these bytes, which stay the caller's, the content. False for more than 32 bits tell.
+  bool OpenMemory(std::span<const std::uint8_t> bytes);
+  /// Whether opening failed because there is too much.
+  bool IsTooLong() const noexcept { return m_isTooLong; }
+  /// Has the reading heard by the watch, which must not throw.
+  void SetWatch(ReadWatch watch) { m_watch = std::move(watch); }
+  /// Why nothing more came, as errno has it; 0 where the content ended.
+  int GetError() const noexcept { return m_error; }
 
   /// The bytes that remain; of a pipe, which does not tell, the most that there can be.
   std::uint32_t GetLeft() const noexcept;
@@ -26,8 +36,14 @@ class CWindowFile final : public CFile {
   std::uint32_t ReadThrough(void* data, std::uint32_t size) noexcept override;
 
  private:
+  bool Measure(std::uint64_t length);
+
+  ReadWatch m_watch;
+  const std::uint8_t* m_memory = nullptr;
   std::uint64_t m_length = 0;
+  int m_error = 0;
   bool m_isLengthKnown = false;
+  bool m_isTooLong = false;
 };
 
 /// The file as the one that is read as memory; null where it is another.

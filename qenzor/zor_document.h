@@ -1,0 +1,29 @@
+#pragma once
+
+#include <span>
+
+#include "qenzor/core/result.h"
+#include "qenzor/document.h"
+#include "qenzor/zor/zor.h"
+
+namespace qenzor {
+
+// Reading draw data. What is accepted, and what comes of it, is as with CZor::Read; a failure
+// tells its kind, the byte, the chunks around it and the reason. Nothing is thrown but what a
+// caller's file throws while it is read.
+
+/// The document in the file at the path.
+QENZOR_EXPORT Result<CZor> ReadZor(const CString& path, const ReadOptions& options = {});
+/// The document in these bytes.
+QENZOR_EXPORT Result<CZor> ReadZor(std::span<const std::uint8_t> bytes,
+                                   const ReadOptions& options = {});
+/// The document at the file's position, which is behind it then. Offsets count from there.
+QENZOR_EXPORT Result<CZor> ReadZor(CFile& file, const ReadOptions& options = {});
+
+/// The same as the editable form.
+QENZOR_EXPORT Result<CZorEdit> ReadZorEdit(const CString& path, const ReadOptions& options = {});
+QENZOR_EXPORT Result<CZorEdit> ReadZorEdit(std::span<const std::uint8_t> bytes,
+                                           const ReadOptions& options = {});
+QENZOR_EXPORT Result<CZorEdit> ReadZorEdit(CFile& file, const ReadOptions& options = {});
+
+}  // namespace qenzor
