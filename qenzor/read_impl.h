@@ -93,7 +93,7 @@ Result<typename Kind::Document> ReadOpenFile(CFile& file) {
   const std::uint64_t front = file.GetPosition();
   CReadLog log(front);
   auto document = std::make_unique<typename Kind::Document>();
-  if (document->Read(&file)) return document;
+  if (document->Read(&file) && Kind::RootIdOf(*document) == Kind::Root::kChunkId) return document;
   return ExplainDocument<Kind>(*document, log.Take(), file.GetPosition() - front);
 }
 

@@ -8,9 +8,9 @@
 
 namespace qenzor {
 
-// Reading draw data. What is accepted, and what comes of it, is as with CZor::Read; a failure
-// tells its kind, the byte, the chunks around it and the reason. Nothing is thrown but what a
-// caller's file throws while it is read.
+// Reading draw data. What is accepted, and what comes of it, is as with CZor::Read, but that a root
+// chunk of another id is refused. A failure tells its kind, the byte, the chunks around it and the
+// reason. Nothing is thrown but what a caller's file throws while it is read.
 
 /// The document in the file at the path.
 QENZOR_EXPORT Result<CZor> ReadZor(const CString& path, const ReadOptions& options = {});

@@ -116,6 +116,11 @@ TEST(DocumentRead, AnotherDocumentIsToldFromADamagedOne) {
   ASSERT_FALSE(result);
   EXPECT_EQ(result.GetFailure().Kind, FailureKind::kNotSuchDocument);
   EXPECT_EQ(result.GetFailure().Offset, 42U);
+  // A root chunk that could be read as well as the right one.
+  const Bytes other = QenInfoBytes().Add(Chunk(id::kZorDrawData, {}));
+  ASSERT_TRUE(CQen().Read(other.data(), other.size()));
+  EXPECT_EQ(ReadQen(SpanOf(other)).GetFailure().Describe(),
+            "byte 42: QenMapData: the root chunk has id 26, not 25");
 }
 
 TEST(DocumentRead, EveryCutHasAPlaceAndAReasonFromEverySource) {
