@@ -6,6 +6,7 @@
 
 #include "qenzor/core/chunk_factory.h"
 #include "qenzor/core/class_row_impl.h"
+#include "qenzor/core/equal_impl.h"
 
 namespace qenzor {
 
@@ -22,17 +23,31 @@ CAbstractChunkTextConverter& SharedConverter() {
   return converter;
 }
 
-template <class Converter>
-bool IsConverter(const CAbstractChunkTextConverter& converter) {
-  return typeid(converter) == typeid(Converter) ||
-         dynamic_cast<const Converter*>(&converter) != nullptr;
+template <class T, class Base>
+bool IsA(const Base& object) {
+  return typeid(object) == typeid(T) || dynamic_cast<const T*>(&object) != nullptr;
+}
+
+template <class T, class Base>
+bool AreEqual(const Base& a, const Base& b) {
+  const auto& left = static_cast<const T&>(a);
+  const auto& right = static_cast<const T&>(b);
+  if constexpr (requires { left.GetElemCount(); })
+    return EqualSets(left, right);
+  else
+    return EqualFields(FieldsOf<T>(), left, right);
 }
 
 template <class Chunk>
 constexpr ClassRow kRow{
-    Chunk::kTag, []() -> CAbstractChunkEdit* { return new typename Chunk::EditClass; },
+    Chunk::kTag,
+    []() -> CAbstractChunkEdit* { return new typename Chunk::EditClass; },
     []() -> CAbstractChunkTextConverter* { return new typename Chunk::ConverterClass; },
-    &SharedConverter<typename Chunk::ConverterClass>, &IsConverter<typename Chunk::ConverterClass>};
+    &SharedConverter<typename Chunk::ConverterClass>,
+    &IsA<typename Chunk::ConverterClass, CAbstractChunkTextConverter>,
+    &IsA<typename Chunk::EditClass, CAbstractChunkEdit>,
+    &AreEqual<Chunk, CAbstractChunk>,
+    &AreEqual<typename Chunk::EditClass, CAbstractChunkEdit>};
 
 constexpr auto kRows =
     WithAllClasses([]<class... Rows>() { return std::array{kRow<typename Rows::Chunk>...}; });

@@ -31,7 +31,7 @@ using qenzor::CQenEdit;
 using qenzor::CRasLLDrawInfoEdit;
 using qenzor::CRasMMDrawInfoEdit;
 using qenzor::CZorEdit;
-using qenzor::LineDrawScData;
+using qenzor::LineDrawScale;
 using qenzor::NarrowText;
 
 // The scales of the drawing, 1:N: the globe, a continent, a country.
@@ -97,7 +97,7 @@ class Builder {
                     id == kAntarctica ? ice_index : color_indices[id / 4 % kAreaColors.size()]});
   }
 
-  std::uint32_t AddLine(std::uint8_t code, std::uint32_t color, CList<LineDrawScData> records) {
+  std::uint32_t AddLine(std::uint8_t code, std::uint32_t color, CList<LineDrawScale> records) {
     auto line = std::make_unique<CLineDrawInfoEdit>();
     line->LineCode = code;
     line->Color = color;

@@ -63,6 +63,7 @@ class CBinaryWalk {
     std::uint64_t Limit;
     bool IsCutShort;  ///< the file ends before the chunk does
     std::uint64_t DeclaredCount = 0;
+    std::uint64_t BeforeElements = 0;  ///< where the last array's elements begin
   };
   /// What the walk of one chunk keeps in mind of its sub-chunks.
   struct Level {
@@ -161,7 +162,7 @@ class CBinaryWalk {
     block.Limit = std::max(block.Limit, data);
     if (!WalkFields(block, schema.Fields)) return false;
     if (schema.Consumed != nullptr)
-      block.At = data + schema.Consumed(m_bytes.data() + data,
+      block.At = data + schema.Consumed(static_cast<std::uint32_t>(block.BeforeElements - data),
                                         static_cast<std::uint32_t>(block.At - data));
     return true;
   }
@@ -191,6 +192,7 @@ class CBinaryWalk {
       const std::uint64_t at = block.At;
       if (!Skip(block, field.Tag, field.CountWidth)) return false;
       count = field.CountWidth == 2 ? Load<std::uint16_t>(at) : Load<std::uint32_t>(at);
+      block.BeforeElements = block.At;
       if (field.Shape == Shape::kPoint && count > kMaxPoints)
         Warn(Code::kTooManyPoints, at, block.Node, [&] {
           return to_string(count) + " points, more than the " + to_string(kMaxPoints) +

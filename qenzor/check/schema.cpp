@@ -4,6 +4,7 @@
 
 #include "qenzor/catalogue.h"
 #include "qenzor/check/schema_impl.h"
+#include "qenzor/core/data_hooks.h"
 #include "qenzor/core/fields.h"
 
 namespace qenzor::check {
@@ -13,6 +14,10 @@ namespace {
 template <class Chunk>
 constexpr bool kIsSet = requires {
   typename Chunk::Element;
+};
+template <class Chunk>
+constexpr bool kIsKeyed = requires {
+  typename Chunk::Key;
 };
 
 constexpr Role RoleOf(std::string_view tag) {
@@ -141,37 +146,36 @@ constexpr std::span<const FieldSchema> FieldSpan() {
     return kFields<ClassList<Chunk>>;
 }
 
-static_assert(kChunkIds <= 32, "The schema keeps one bit for each chunk id.");
-
 template <class Chunk>
-constexpr std::uint32_t AcceptedBy() {
-  std::uint32_t accepted = 0;
+bool Accepts(std::uint32_t id) {
   if constexpr (kIsSet<Chunk>)
-    ForEachClass([&accepted]<class Sub>(Sub) {
-      if (std::is_base_of_v<typename Chunk::Element, typename Sub::Chunk>)
-        accepted |= 1U << Sub::kChunkId;
+    return AnyClass([id]<class Sub>(Sub) {
+      return std::is_base_of_v<typename Chunk::Element, typename Sub::Chunk> && Sub::kChunkId == id;
     });
   else
-    ForEachField(FieldsOf<Chunk>(), [&accepted]<class F>(const F& /*f*/) {
-      if constexpr (requires { typename F::Chunk; }) accepted |= 1U << F::Chunk::kChunkId;
+    return !AllFields(FieldsOf<Chunk>(), [id]<class F>(const F& /*f*/) {
+      if constexpr (requires { typename F::Chunk; })
+        return F::Chunk::kChunkId != id;
+      else
+        return true;
     });
-  return accepted;
 }
 
 template <class Chunk>
-constexpr auto ConsumedOf() -> std::uint32_t (*)(const void*, std::uint32_t) {
-  if constexpr (requires { &Chunk::MemoryConsumed; })
-    return &Chunk::MemoryConsumed;
-  else
-    return nullptr;
+constexpr auto ConsumedOf() -> std::uint32_t (*)(std::uint32_t, std::uint32_t) {
+  if constexpr (requires { typename Chunk::Hooks; }) {
+    if constexpr (kCountsItself<typename Chunk::DataType>)
+      return [](std::uint32_t before, std::uint32_t consumed) {
+        return kHooks<typename Chunk::DataType>.MemoryConsumed(before, consumed);
+      };
+  }
+  return nullptr;
 }
 
 template <class Chunk>
-constexpr ClassSchema SchemaOfClass<Chunk>::kValue{Chunk::kChunkId, Chunk::kTag, kIsSet<Chunk>,
-                                                   requires {typename Chunk::Key;
-}  // namespace
-, FieldSpan<Chunk>(), AcceptedBy<Chunk>(), ConsumedOf<Chunk>()
-};  // namespace qenzor::check
+constexpr ClassSchema SchemaOfClass<Chunk>::kValue{
+    Chunk::kChunkId,    Chunk::kTag,     kIsSet<Chunk>,      kIsKeyed<Chunk>,
+    FieldSpan<Chunk>(), &Accepts<Chunk>, ConsumedOf<Chunk>()};
 
 constexpr auto kClasses = [] {
   std::array<const ClassSchema*, kChunkIds> by_id{};

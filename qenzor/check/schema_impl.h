@@ -55,12 +55,10 @@ struct ClassSchema {
   bool IsSet;
   bool IsKeyed;
   std::span<const FieldSchema> Fields;
-  std::uint32_t Accepted;  ///< a bit for each chunk id that is kept
-  /// Where fields may reach past the data size: what of their bytes counts, from their first byte
-  /// and how many they are. Null for all other classes.
-  std::uint32_t (*Consumed)(const void* data, std::uint32_t consumed);
-
-  bool Accepts(std::uint32_t id) const noexcept { return id < 32 && (Accepted >> id & 1) != 0; }
+  bool (*Accepts)(std::uint32_t id);  ///< whether a sub-chunk of the id is kept
+  /// Where fields may reach past the data size: what of their bytes counts, from how many stand
+  /// before the elements of their array and how many they are. Null for all other classes.
+  std::uint32_t (*Consumed)(std::uint32_t before, std::uint32_t consumed);
 };
 
 /// The class of a chunk id, or of an element's tag; null when there is none.

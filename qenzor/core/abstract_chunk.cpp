@@ -4,7 +4,9 @@
 #include <new>
 
 #include "qenzor/core/chunk_factory.h"
+#include "qenzor/core/class_row_impl.h"
 #include "qenzor/core/read_log_impl.h"
+#include "qenzor/core/unknown_chunk.h"
 #include "qenzor/platform/window_file_impl.h"
 
 namespace qenzor {
@@ -29,7 +31,7 @@ bool IsAtMaxDepth() noexcept { return t_depth >= kMaxChunkDepth; }
 
 }  // namespace
 
-constinit const CRuntimeClass CAbstractChunk::kRuntimeClass{"CAbstractChunk",
+constinit const CRuntimeClass CAbstractChunk::kRuntimeClass{"AbstractChunk",
                                                             &CObject::kRuntimeClass};
 
 CAbstractChunk::CAbstractChunk() = default;
@@ -109,6 +111,14 @@ bool CAbstractChunk::ReadChunkBlock(CFile* file, std::uint32_t needed) {
 bool CAbstractChunk::Write(CFile* file, bool recalc) {
   if (recalc) RecursiveReCalcDataSize();
   return m_header.Write(file) && WriteData(file, false);
+}
+
+bool operator==(const CAbstractChunk& a, const CAbstractChunk& b) {
+  const ClassRow* row = FindRow(a);
+  if (row != nullptr) return row == FindRow(b) && row->EqualChunks(a, b);
+  return &a == &b ||
+         (class_cast<CUnKnownChunk>(&a) != nullptr && class_cast<CUnKnownChunk>(&b) != nullptr &&
+          a.GetHeader().ChunkId == b.GetHeader().ChunkId);
 }
 
 void CAbstractChunk::SubChunkSet(std::uint32_t /*index*/, CAbstractChunk* chunk) { delete chunk; }

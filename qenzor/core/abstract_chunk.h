@@ -8,6 +8,8 @@
 
 namespace qenzor {
 
+class CAbstractChunkEdit;
+
 /// Chunks nest this deep at most in what is read, the outermost counted as 1. No map needs a tenth
 /// of it; the bound keeps a hostile file from using up the stack.
 inline constexpr std::uint32_t kMaxChunkDepth = 256;
@@ -19,6 +21,8 @@ inline constexpr std::uint32_t kMaxChunkDepth = 256;
 /// The data size held is the one read or last recalculated; changes to the tree do not update it.
 class QENZOR_EXPORT CAbstractChunk : public CObject {
  public:
+  /// Each chunk class names its editable twin.
+  using EditClass = CAbstractChunkEdit;
   static const CRuntimeClass kRuntimeClass;
 
   CAbstractChunk();
@@ -71,5 +75,9 @@ class QENZOR_EXPORT CAbstractChunk : public CObject {
  protected:
   CChunkHeader m_header;
 };
+
+/// Whether two chunks are of the same class and hold the same fields and sub-chunks. Headers are
+/// not compared, except for the ids of unknown chunks, which hold nothing else.
+QENZOR_EXPORT bool operator==(const CAbstractChunk& a, const CAbstractChunk& b);
 
 }  // namespace qenzor

@@ -2,6 +2,7 @@
 
 #include "qenzor/core/chunk_of.h"
 #include "qenzor/core/class_row_impl.h"
+#include "qenzor/core/data_hooks.h"
 #include "qenzor/core/field_io_impl.h"
 
 namespace qenzor {
@@ -37,7 +38,7 @@ void CChunkOf<Self, Base, Data>::DeepCopy(CAbstractChunk* source) {
   if (same == nullptr) return;
   this->m_header = same->m_header;
   CopyFields(FieldsOf<CChunkOf>(), *same, *this);
-  if constexpr (requires { this->CopyDerived(*same); }) this->CopyDerived(*same);
+  kHooks<Data>.CopyDerived(*same, *this);
 }
 
 template <class Self, class Base, class Data>
@@ -50,34 +51,35 @@ void CChunkOf<Self, Base, Data>::RecursiveReCalcDataSize() {
   this->m_header.DataSize = SizeOfFields(FieldsOf<CChunkOf>(), *this);
 }
 
+template <class Data>
+std::uint32_t CountInMemory(std::uint32_t consumed, const Data& data) {
+  return kHooks<Data>.MemoryConsumed(consumed - SizeOfElements(Data::Fields(), data), consumed);
+}
+
 template <class Self, class Base, class Data>
 bool CChunkOf<Self, Base, Data>::ReadPrimitiveBlock(const void* data, const std::uint32_t& size,
                                                     std::uint32_t& consumed) {
   CMemSource source(data, size);
   if (!ReadFields(source, Data::Fields(), *this)) return false;
   consumed = source.GetConsumed();
-  if constexpr (requires { this->AfterMemoryRead(); }) this->AfterMemoryRead();
-  if constexpr (requires { Data::MemoryConsumed(data, consumed); })
-    consumed = Data::MemoryConsumed(data, consumed);
+  kHooks<Data>.AfterMemoryRead(*this);
+  if constexpr (kCountsItself<Data>) consumed = CountInMemory<Data>(consumed, *this);
   return true;
 }
 
 template <class Self, class Base, class Data>
 bool CChunkOf<Self, Base, Data>::ReadPrimitiveBlock(CFile* file, std::uint32_t& consumed) {
-  constexpr bool kMayOverrun = requires { Data::MemoryConsumed(file, consumed); };
   CFileSource source(*file);
-  std::array<std::uint8_t, 2> front{};
-  if (kMayOverrun && source.ReadsAsMemory()) source.Peek(front);
   if (!ReadFields(source, Data::Fields(), *this)) return false;
   consumed = source.GetConsumed();
   if (source.ReadsAsMemory()) {
-    if constexpr (requires { this->AfterMemoryRead(); }) this->AfterMemoryRead();
-    if constexpr (kMayOverrun) {
-      consumed = Data::MemoryConsumed(front.data(), consumed);
+    kHooks<Data>.AfterMemoryRead(*this);
+    if constexpr (kCountsItself<Data>) {
+      consumed = CountInMemory<Data>(consumed, *this);
       source.GoBackTo(consumed);
     }
   } else {
-    if constexpr (requires { this->AfterFileRead(); }) this->AfterFileRead();
+    kHooks<Data>.AfterFileRead(*this);
   }
   return true;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "qenzor/core/abstract_chunk.h"
+#include "qenzor/core/elem_iterator.h"
 #include "qenzor/platform/map.h"
 
 namespace qenzor {
@@ -50,13 +51,32 @@ class QENZOR_EXPORT CChunkSetArray : public CAbstractChunkSet<T> {
   const CRuntimeClass& GetRuntimeClass() const override;
   std::uint32_t GetElemCount() const override;
   /// The element at index, still owned by the set; null when index is not below the count.
-  T GetElem(std::uint32_t index) const;
+  T GetElem(std::uint32_t index) const {
+    return index < m_elems.size() ? m_elems[index].get() : nullptr;
+  }
   /// Puts an element, which belongs to the set from then on, in the place of the one at index,
   /// which is deleted. When index is not below the count the given one is deleted: false.
-  bool SetElem(std::uint32_t index, T elem);
+  bool SetElem(std::uint32_t index, T elem) {
+    std::unique_ptr<Element> owned(elem);
+    if (index >= m_elems.size()) return false;
+    m_elems[index] = std::move(owned);
+    return true;
+  }
   /// Empties the set and gives it count empty places, to be filled by SetElem. Every place must
   /// hold an element before the set is written.
   void GetNewArray(std::uint32_t count);
+
+  /// The elements in order, as pointers.
+  CElemIterator<Element> begin() { return CElemIterator<Element>(m_elems.data()); }
+  CElemIterator<Element> end() { return CElemIterator<Element>(m_elems.data() + size()); }
+  CElemIterator<const Element> begin() const {
+    return CElemIterator<const Element>(m_elems.data());
+  }
+  CElemIterator<const Element> end() const {
+    return CElemIterator<const Element>(m_elems.data() + size());
+  }
+  std::size_t size() const { return m_elems.size(); }
+  bool empty() const { return m_elems.empty(); }
 
   [[nodiscard]] CAbstractChunk* Clone() override;
   void DeepCopy(CAbstractChunk* source) override;
@@ -94,8 +114,16 @@ class QENZOR_EXPORT CChunkSetMap<std::uint64_t, T> : public CAbstractChunkSet<T>
   T GetElem(std::uint64_t key) const;
   /// The elements in the order in which they are written, still owned by the set.
   std::vector<T> GetElems() const;
+  /// The elements in that order, as pointers.
+  CKeyedElemIterator<Element> begin() { return CKeyedElemIterator<Element>(GetElems()); }
+  CKeyedElemIterator<const Element> begin() const {
+    return CKeyedElemIterator<const Element>(GetElems());
+  }
+  std::default_sentinel_t end() const { return {}; }
+  std::size_t size() const { return GetElemCount(); }
+  bool empty() const { return size() == 0; }
   /// Calls visit(element) for each, in that order. The set must not be changed meanwhile.
-  /// ahead(key) hears of each key some elements before its turn.
+  /// ahead(key) is told each key some elements before it is visited.
   template <class Visit, class Ahead = typename Elems::Ignore>
   void ForEachElem(Visit visit, Ahead ahead = {}) const {
     m_elems.ForEachOrdered([&](std::uint64_t, const auto& elem) { visit(elem.get()); }, ahead);
@@ -126,5 +154,10 @@ class QENZOR_EXPORT CSetOf : public SetBase {
  protected:
   [[nodiscard]] CAbstractChunk* GetChunkInstance() override;
 };
+
+template <class Self, class Element>
+using CArraySetOf = CSetOf<Self, CChunkSetArray<Element*>>;
+template <class Self, class Element>
+using CKeyedSetOf = CSetOf<Self, CChunkSetMap<std::uint64_t, Element*>>;
 
 }  // namespace qenzor

@@ -56,7 +56,7 @@ bool CAbstractChunkSet<T>::WriteElements(CFile* file, std::uint32_t count, Walk&
 // The array.
 
 template <class T>
-constinit const CRuntimeClass CChunkSetArray<T>::kRuntimeClass{"CChunkSetArray",
+constinit const CRuntimeClass CChunkSetArray<T>::kRuntimeClass{"ChunkSetArray",
                                                                &CAbstractChunk::kRuntimeClass};
 
 template <class T>
@@ -67,19 +67,6 @@ const CRuntimeClass& CChunkSetArray<T>::GetRuntimeClass() const {
 template <class T>
 std::uint32_t CChunkSetArray<T>::GetElemCount() const {
   return static_cast<std::uint32_t>(m_elems.size());
-}
-
-template <class T>
-T CChunkSetArray<T>::GetElem(std::uint32_t index) const {
-  return index < m_elems.size() ? m_elems[index].get() : nullptr;
-}
-
-template <class T>
-bool CChunkSetArray<T>::SetElem(std::uint32_t index, T elem) {
-  std::unique_ptr<Element> owned(elem);
-  if (index >= m_elems.size()) return false;
-  m_elems[index] = std::move(owned);
-  return true;
 }
 
 template <class T>
@@ -146,7 +133,7 @@ bool CChunkSetArray<T>::WriteData(CFile* file, bool recalc) {
 
 template <class T>
 constinit const CRuntimeClass CChunkSetMap<std::uint64_t, T>::kRuntimeClass{
-    "CChunkSetMap", &CAbstractChunk::kRuntimeClass};
+    "ChunkSetMap", &CAbstractChunk::kRuntimeClass};
 
 template <class T>
 CChunkSetMap<std::uint64_t, T>::CChunkSetMap() : m_elems(kBuckets) {}

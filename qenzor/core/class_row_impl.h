@@ -18,6 +18,10 @@ struct ClassRow {
   /// The converter that all may share.
   CAbstractChunkTextConverter& (*SharedConverter)();
   bool (*IsConverter)(const CAbstractChunkTextConverter& converter);
+  bool (*IsEdit)(const CAbstractChunkEdit& edit);
+  /// Both objects must be of the class.
+  bool (*EqualChunks)(const CAbstractChunk& a, const CAbstractChunk& b);
+  bool (*EqualEdits)(const CAbstractChunkEdit& a, const CAbstractChunkEdit& b);
 };
 
 /// The row of a class. Only classes that the catalogue lists have one: where the linker misses this

@@ -47,15 +47,6 @@ struct NumberCoding {
   }
 };
 
-/// A number that an XML element without text leaves as it is.
-struct KeptNumberCoding : NumberCoding {};
-
-/// A colour, 0xAARRGGBB; in XML an element with the attributes A, R, G and B.
-struct ColorCoding : NumberCoding {};
-
-/// The file magic, of which XML shows sixteen signed bits in hexadecimal.
-struct MagicCoding : NumberCoding {};
-
 /// The identification at the front of a file: six characters, CR, LF, end-of-file mark.
 struct IdentCoding {
   template <class T>

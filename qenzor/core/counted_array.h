@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <span>
 #include <type_traits>
 #include <utility>
 
@@ -34,9 +35,21 @@ class CCountedArray {
     return *this;
   }
 
-  /// Gives the array count elements, all new; the earlier ones are gone. Elements that are plain
-  /// data are left for the caller to fill.
+  /// Gives the array count elements, all new and zero; the earlier ones are gone.
   void Reset(Count count) {
+    ResetForOverwrite(count);
+    if constexpr (std::is_trivially_copyable_v<T>) std::fill_n(m_elems, count, T{});
+  }
+  /// Gives the array copies of the elements, which must not be its own. False, and nothing changes,
+  /// when they are more than it can hold.
+  [[nodiscard]] bool Assign(std::span<const T> elems) requires std::is_copy_assignable_v<T> {
+    if (elems.size() > kMaxCount) return false;
+    ResetForOverwrite(static_cast<Count>(elems.size()));
+    std::copy(elems.begin(), elems.end(), m_elems);
+    return true;
+  }
+  /// The same as Reset, but elements that are plain data are left for the caller to fill.
+  void ResetForOverwrite(Count count) {
     clear();
     if (count == 0) return;
     auto* elems = static_cast<T*>(AllocateArrayBlock(count * sizeof(T)));

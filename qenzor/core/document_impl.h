@@ -30,11 +30,6 @@ bool ReadInfo(CFile& file, Info& info) {
 }
 
 template <class Info>
-void CopyInfo(const Info& from, Info& to) {
-  to = from;
-}
-
-template <class Info>
 bool WriteInfo(CFile& file, const Info& info) try {
   WriteBlock(file, PackedSize<Info>(), [&](std::uint8_t* bytes) { StorePacked(bytes, info); });
   return true;
@@ -46,8 +41,8 @@ bool WriteInfo(CFile& file, const Info& info) try {
 inline constexpr std::size_t kSpareBytes = 4;
 
 /// Reads the whole file into memory and hands its bytes, with the spare ones behind them, to read.
-/// False when the file cannot be opened, is longer than 32 bits tell, does not fit into memory or
-/// does not come whole.
+/// False when the file cannot be opened, is longer than 32 bits can count, does not fit into memory
+/// or does not come whole.
 template <class ReadBytes>
 bool ReadWholeFile(const CString& path, ReadBytes&& read) {
   CFile file;

@@ -58,12 +58,12 @@ bool ReadPackedElements(Source& source, typename Array::count_type count, Array&
   };
   const std::uint64_t size = std::uint64_t{count} * kElementSize;
   if (const std::uint8_t* bytes = source.Take(size); bytes != nullptr) {
-    array.Reset(count);
+    array.ResetForOverwrite(count);
     load(bytes, array.begin(), array.end());
     return true;
   }
   if (!source.Has(size)) return false;
-  array.Reset(count);
+  array.ResetForOverwrite(count);
   for (Element* next = array.begin(); next != array.end();) {
     constexpr std::ptrdiff_t kAtOnce = CFileSource::kPiece / kElementSize;
     const std::ptrdiff_t elements = std::min(array.end() - next, kAtOnce);
@@ -95,7 +95,7 @@ bool ReadElements(Source& source, std::string_view tag, typename Array::count_ty
     std::vector<Element> elements;
     for (std::uint32_t i = 0; i < count; ++i)
       if (!ReadFields(source, Element::Fields(), elements.emplace_back())) return false;
-    array.Reset(count);
+    array.ResetForOverwrite(count);
     std::move(elements.begin(), elements.end(), array.begin());
     return true;
   }
@@ -175,6 +175,18 @@ template <class Fields, class T>
 std::uint32_t SizeOfFields(const Fields& fields, const T& object) {
   std::uint32_t size = 0;
   ForEachField(fields, [&](const auto& f) { size += SizeOfValue(object, f); });
+  return size;
+}
+
+/// Bytes of the elements of the arrays, without their counts.
+template <class Fields, class T>
+std::uint32_t SizeOfElements(const Fields& fields, const T& object) {
+  std::uint32_t size = 0;
+  ForEachField(fields, [&]<class F>(const F& f) {
+    if constexpr (requires { typename F::Array; })
+      size += SizeOfValue(object, f) -
+              static_cast<std::uint32_t>(sizeof(typename F::Array::count_type));
+  });
   return size;
 }
 
@@ -270,7 +282,7 @@ void CopyValue(const T& from, T& to, const ArrayField<O, Array>& f) {
   using Element = typename Array::value_type;
   const Array& source = from.*f.Member;
   Array& target = to.*f.Member;
-  target.Reset(source.size());
+  target.ResetForOverwrite(source.size());
   if constexpr (std::is_trivially_copyable_v<Element>) {
     std::copy(source.begin(), source.end(), target.begin());
   } else {

@@ -6,7 +6,7 @@
 #include <tuple>
 #include <type_traits>
 
-#include "qenzor/core/coding.h"
+#include "qenzor/core/text_coding.h"
 
 namespace qenzor {
 
@@ -32,8 +32,9 @@ struct TextField {
 };
 
 /// A count and that many elements, each an element of its own in XML.
-template <class Owner, class Array>
+template <class Owner, class ArrayT>
 struct ArrayField {
+  using Array = ArrayT;
   std::string_view Tag;
   Array Owner::*Member;
 };

@@ -48,4 +48,12 @@ struct QENZOR_EXPORT EditForm {
   using Name = CString;
 };
 
+/// The data that stands in the edit form where the given one stands in the chunk form.
+template <class Data>
+struct EditFormOf;
+template <template <class> class Fields>
+struct EditFormOf<Fields<ChunkForm>> {
+  using Type = Fields<EditForm>;
+};
+
 }  // namespace qenzor

@@ -78,14 +78,6 @@ class CFileSource {
   }
   bool Has(std::uint64_t size) const noexcept { return m_window != nullptr && m_window->Has(size); }
   bool ReadsAsMemory() const noexcept { return m_window != nullptr; }
-  /// Copies the next bytes, where there are so many, without taking them.
-  template <std::size_t kCount>
-  void Peek(std::array<std::uint8_t, kCount>& front) {
-    const std::uint8_t* bytes = m_file.TakeBlock(kCount);
-    if (bytes == nullptr) return;
-    std::copy_n(bytes, kCount, front.begin());
-    m_file.Seek(-static_cast<std::int64_t>(kCount), CFile::current);
-  }
   /// Goes back to where only so many bytes were consumed.
   void GoBackTo(std::uint32_t consumed) {
     if (consumed == m_consumed) return;

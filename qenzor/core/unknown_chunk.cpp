@@ -5,7 +5,7 @@
 
 namespace qenzor {
 
-constinit const CRuntimeClass CUnKnownChunk::kRuntimeClass{"CUnKnownChunk",
+constinit const CRuntimeClass CUnKnownChunk::kRuntimeClass{"UnKnownChunk",
                                                            &CAbstractChunk::kRuntimeClass};
 
 CUnKnownChunk::CUnKnownChunk() = default;

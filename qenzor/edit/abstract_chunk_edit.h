@@ -35,6 +35,9 @@ class QENZOR_EXPORT CAbstractChunkEdit : public CSlabObject {
   CAbstractChunkEdit() = default;
 };
 
+/// Whether two edit objects are of the same class and hold the same.
+QENZOR_EXPORT bool operator==(const CAbstractChunkEdit& a, const CAbstractChunkEdit& b);
+
 /// The edit object as a T when it is one, else null.
 template <class T>
 T* class_cast(CAbstractChunkEdit* edit) noexcept {

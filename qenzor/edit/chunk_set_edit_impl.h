@@ -20,12 +20,12 @@ std::unique_ptr<Chunk> ChunkOfEdit(Edit* edit) {
                                                 : static_cast<Chunk*>(edit->EditDataToChunkData()));
 }
 
-template <class TEdit>
-std::uint32_t CAbstractChunkSetEdit<TEdit>::GetElemCount() const {
+// The array.
+
+template <class T, class TEdit>
+std::uint32_t CChunkSetArrayEdit<T, TEdit>::GetElemCount() const {
   return static_cast<std::uint32_t>(m_list.size());
 }
-
-// The array.
 
 template <class T, class TEdit>
 CAbstractChunk* CChunkSetArrayEdit<T, TEdit>::EditDataToChunkData() {
@@ -34,7 +34,7 @@ CAbstractChunk* CChunkSetArrayEdit<T, TEdit>::EditDataToChunkData() {
   if (set == nullptr) return chunk.release();
   set->GetNewArray(this->GetElemCount());
   std::uint32_t place = 0;
-  for (const auto& elem : this->m_list)
+  for (const auto& elem : m_list)
     if (elem != nullptr)
       set->SetElem(place++, ChunkOfEdit<std::remove_pointer_t<T>>(elem.get()).release());
   return chunk.release();
@@ -46,13 +46,13 @@ void CChunkSetArrayEdit<T, TEdit>::ChunkDataToEditData(CAbstractChunk* chunk) {
   auto* set = class_cast<CChunkSetArray<T>>(chunk);
   if (set == nullptr) return;
   const std::uint32_t count = set->GetElemCount();
-  this->m_list.reserve(count);
+  m_list.reserve(count);
   for (std::uint32_t i = 0; i < count; ++i) {
     T elem = set->GetElem(i);
     if (elem == nullptr) continue;
     // The catalogue has checked that this edit form is one that the set's holds.
     if (auto edit = MakeEdit(*elem); edit != nullptr)
-      this->m_list.emplace_back(static_cast<TEdit>(edit.release()));
+      m_list.emplace_back(static_cast<TEdit>(edit.release()));
   }
 }
 
@@ -69,9 +69,9 @@ void CChunkSetArrayEdit<T, TEdit>::DeepCopy(CAbstractChunkEdit* source) {
   Release();
   auto* same = dynamic_cast<CChunkSetArrayEdit*>(source);
   if (same == nullptr) return;
-  this->m_list.reserve(same->m_list.size());
+  m_list.reserve(same->m_list.size());
   for (const auto& elem : same->m_list)
-    if (elem != nullptr) this->m_list.push_back(CloneOfEdit(elem.get()));
+    if (elem != nullptr) m_list.push_back(CloneOfEdit(elem.get()));
 }
 
 template <class T, class TEdit>
@@ -79,34 +79,32 @@ bool CChunkSetArrayEdit<T, TEdit>::SetSubChunkEdit(CAbstractChunkEdit* sub) {
   std::unique_ptr<CAbstractChunkEdit> owned(sub);
   auto* elem = dynamic_cast<TEdit>(sub);
   if (elem == nullptr) return false;
-  this->m_list.emplace_back();
+  m_list.emplace_back();
   owned.release();
-  this->m_list.back().reset(elem);
+  m_list.back().reset(elem);
   return true;
 }
 
 template <class T, class TEdit>
 void CChunkSetArrayEdit<T, TEdit>::Release() {
-  this->m_list.clear();
+  m_list.clear();
 }
 
 template <class T, class TEdit>
 TEdit CChunkSetArrayEdit<T, TEdit>::GetElem(std::uint32_t index) const {
-  return index < this->m_list.size() ? this->m_list[index].get() : nullptr;
+  return index < m_list.size() ? m_list[index].get() : nullptr;
 }
 
 template <class T, class TEdit>
 void CChunkSetArrayEdit<T, TEdit>::AddElem(std::uint32_t index, TEdit elem) {
-  std::unique_ptr<typename CAbstractChunkSetEdit<TEdit>::ElementEdit> owned(elem);
-  List& list = this->m_list;
-  const std::size_t place = std::min<std::size_t>(index, list.size());
-  list.insert(list.begin() + static_cast<std::ptrdiff_t>(place), std::move(owned));
+  std::unique_ptr<ElementEdit> owned(elem);
+  const std::size_t place = std::min<std::size_t>(index, m_list.size());
+  m_list.insert(m_list.begin() + static_cast<std::ptrdiff_t>(place), std::move(owned));
 }
 
 template <class T, class TEdit>
 void CChunkSetArrayEdit<T, TEdit>::DelElem(std::uint32_t index) {
-  if (index < this->m_list.size())
-    this->m_list.erase(this->m_list.begin() + static_cast<std::ptrdiff_t>(index));
+  if (index < m_list.size()) m_list.erase(m_list.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
 // The map.
@@ -199,18 +197,6 @@ template <class T, class TEdit>
 TEdit CChunkSetMapEdit<std::uint64_t, T, TEdit>::DelElem(std::uint64_t key) {
   auto elem = m_elems.Remove(key);
   return elem.has_value() ? elem->release() : nullptr;
-}
-
-// Concrete set edits.
-
-template <class Self, class Chunk, class SetBase>
-CAbstractChunk* CSetEditOf<Self, Chunk, SetBase>::GetChunkInstance() {
-  return new Chunk;
-}
-
-template <class Self, class Chunk, class SetBase>
-CAbstractChunkEdit* CSetEditOf<Self, Chunk, SetBase>::GetChunkEditInstance() {
-  return new Self;
 }
 
 }  // namespace qenzor

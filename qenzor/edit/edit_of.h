@@ -7,13 +7,15 @@
 namespace qenzor {
 
 /// Everything that an edit class does, from its field list, which is its chunk's list in the edit
-/// form. Self is the class, Chunk its chunk class, Base CAbstractChunkEdit or a class between.
+/// form. The chunk class names the edit class, and its base is the twin of the chunk's base.
 /// The member functions stand in edit_of_impl.h.
-template <class Self, class Chunk, class Base, class Data>
-class QENZOR_EXPORT CEditOf : public Base, public Data {
+template <class Chunk>
+class QENZOR_EXPORT CEditOf : public Chunk::BaseType::EditClass,
+                              public EditFormOf<typename Chunk::DataType>::Type {
  public:
-  using BaseType = Base;
-  using DataType = Data;
+  using ChunkClass = Chunk;
+  using BaseType = typename Chunk::BaseType::EditClass;
+  using DataType = typename EditFormOf<typename Chunk::DataType>::Type;
 
   [[nodiscard]] CAbstractChunk* EditDataToChunkData() override;
   void ChunkDataToEditData(CAbstractChunk* chunk) override;

@@ -1,48 +1,49 @@
 #pragma once
 
+#include "qenzor/core/data_hooks.h"
 #include "qenzor/edit/edit_of.h"
 #include "qenzor/edit/field_edit_impl.h"
 
 namespace qenzor {
 
-template <class Self, class Chunk, class Base, class Data>
-CAbstractChunk* CEditOf<Self, Chunk, Base, Data>::EditDataToChunkData() {
+template <class Chunk>
+CAbstractChunk* CEditOf<Chunk>::EditDataToChunkData() {
   auto chunk = std::make_unique<Chunk>();
   ConvertToChunk(FieldsOf<CEditOf>(), *this, FieldsOf<Chunk>(), *chunk);
   return chunk.release();
 }
 
-template <class Self, class Chunk, class Base, class Data>
-void CEditOf<Self, Chunk, Base, Data>::ChunkDataToEditData(CAbstractChunk* chunk) {
+template <class Chunk>
+void CEditOf<Chunk>::ChunkDataToEditData(CAbstractChunk* chunk) {
   Release();
   if (const auto* same = class_cast<Chunk>(chunk); same != nullptr)
     ConvertToEdit(FieldsOf<Chunk>(), *same, FieldsOf<CEditOf>(), *this);
 }
 
-template <class Self, class Chunk, class Base, class Data>
-CAbstractChunkEdit* CEditOf<Self, Chunk, Base, Data>::Clone() {
-  auto clone = std::make_unique<Self>();
+template <class Chunk>
+CAbstractChunkEdit* CEditOf<Chunk>::Clone() {
+  auto clone = std::make_unique<typename Chunk::EditClass>();
   clone->DeepCopy(this);
   return clone.release();
 }
 
-template <class Self, class Chunk, class Base, class Data>
-void CEditOf<Self, Chunk, Base, Data>::DeepCopy(CAbstractChunkEdit* source) {
+template <class Chunk>
+void CEditOf<Chunk>::DeepCopy(CAbstractChunkEdit* source) {
   if (source == this) return;
   Release();
   if (const auto* same = dynamic_cast<const CEditOf*>(source); same != nullptr)
     CopyEditFields(FieldsOf<CEditOf>(), *same, *this);
 }
 
-template <class Self, class Chunk, class Base, class Data>
-bool CEditOf<Self, Chunk, Base, Data>::SetSubChunkEdit(CAbstractChunkEdit* sub) {
+template <class Chunk>
+bool CEditOf<Chunk>::SetSubChunkEdit(CAbstractChunkEdit* sub) {
   return TakeSubChunkEdit(FieldsOf<CEditOf>(), *this, sub);
 }
 
-template <class Self, class Chunk, class Base, class Data>
-void CEditOf<Self, Chunk, Base, Data>::Release() {
+template <class Chunk>
+void CEditOf<Chunk>::Release() {
   ReleaseFields(FieldsOf<CEditOf>(), *this);
-  if constexpr (requires { this->ResetNumber(); }) this->ResetNumber();
+  kHooks<DataType>.ResetNumber(*this);
 }
 
 }  // namespace qenzor

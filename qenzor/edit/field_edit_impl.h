@@ -91,8 +91,9 @@ void FieldToChunk(const From& from, const TextField<FO, FV>& ff, To& to,
   AssignText(to.*tf.Member, from.*ff.Member);
 }
 
-/// A list longer than its count can tell is cut with the count. A 32-bit count is never too
-/// small, but its elements are placed by a 16-bit position: beyond 65,536 they come round again.
+/// A list that is longer than its count can say is cut with the count. A 32-bit count is never too
+/// small, but its elements are placed by a 16-bit position: those beyond 65,536 overwrite the
+/// first.
 template <class From, class To, class FO, class TO, class List, class Array>
 void FieldToChunk(const From& from, const ArrayField<FO, List>& ff, To& to,
                   const ArrayField<TO, Array>& tf) {
@@ -100,7 +101,7 @@ void FieldToChunk(const From& from, const ArrayField<FO, List>& ff, To& to,
   using Count = typename Array::count_type;
   const List& list = from.*ff.Member;
   Array& array = to.*tf.Member;
-  array.Reset(static_cast<Count>(list.size()));
+  array.ResetForOverwrite(static_cast<Count>(list.size()));
   if constexpr (!std::is_same_v<typename List::value_type, Element>) {
     using RecordEdit = typename Element::EditClass;
     for (std::size_t i = 0; i < array.size(); ++i)

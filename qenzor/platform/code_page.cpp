@@ -26,9 +26,9 @@ std::uint32_t ByteValue(char byte) noexcept { return static_cast<unsigned char>(
 
 /// The code page both ways. A code is one byte, or the lead byte times 256 plus the trail byte; 0
 /// stands for nothing, as ASCII is not looked up here.
-class CodePage {
+class CCodePage {
  public:
-  constexpr CodePage() {
+  constexpr CCodePage() {
     for (const auto& [code, unit] : kUnassignedBytes) Add(code, unit);
     for (std::uint32_t code = 0xA1; code < 0xE0; ++code)
       Add(code, static_cast<char16_t>(0xFF61 + code - 0xA1));
@@ -64,7 +64,7 @@ class CodePage {
 };
 
 /// Made by the compiler: looking something up can neither fail nor wait for another thread.
-constexpr CodePage kCodePage;
+constexpr CCodePage kCodePage;
 
 /// Copies the ASCII at the start of `from` and returns how much there was.
 template <class From, class To>

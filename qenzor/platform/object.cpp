@@ -2,7 +2,7 @@
 
 namespace qenzor {
 
-constinit const CRuntimeClass CObject::kRuntimeClass{"CObject"};
+constinit const CRuntimeClass CObject::kRuntimeClass{"Object"};
 
 CObject::~CObject() = default;
 

@@ -2,7 +2,7 @@
 
 namespace qenzor {
 
-constinit const CRuntimeClass CAbstractAddedObjInfo::kRuntimeClass{"CAbstractAddedObjInfo",
+constinit const CRuntimeClass CAbstractAddedObjInfo::kRuntimeClass{"AbstractAddedObjInfo",
                                                                    &CAbstractChunk::kRuntimeClass};
 
 const CRuntimeClass& CAbstractAddedObjInfo::GetRuntimeClass() const { return kRuntimeClass; }

@@ -5,7 +5,7 @@
 
 namespace qenzor {
 
-constinit const CRuntimeClass CAbstractObj::kRuntimeClass{"CAbstractObj",
+constinit const CRuntimeClass CAbstractObj::kRuntimeClass{"AbstractObj",
                                                           &CAbstractChunk::kRuntimeClass};
 
 const CRuntimeClass& CAbstractObj::GetRuntimeClass() const { return kRuntimeClass; }

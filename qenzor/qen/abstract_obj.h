@@ -8,19 +8,22 @@
 
 namespace qenzor {
 
+class CAbstractObjEdit;
+
 /// What every map object has: at most one added-object-info set, its only sub-chunk.
 template <class Form>
-struct QENZOR_EXPORT ObjBaseData {
+struct QENZOR_EXPORT ObjBaseFields {
   typename Form::template Slot<CAddedObjInfoSet> AddedObjInfoSet;
 
   static constexpr auto BaseFields() {
-    return std::tuple{slot<CAddedObjInfoSet>("AddedObjInfoSet", &ObjBaseData::AddedObjInfoSet)};
+    return std::tuple{slot<CAddedObjInfoSet>("AddedObjInfoSet", &ObjBaseFields::AddedObjInfoSet)};
   }
 };
 
 /// The base of the map objects, which object sets hold.
-class QENZOR_EXPORT CAbstractObj : public CAbstractChunk, public ObjBaseData<ChunkForm> {
+class QENZOR_EXPORT CAbstractObj : public CAbstractChunk, public ObjBaseFields<ChunkForm> {
  public:
+  using EditClass = CAbstractObjEdit;
   static const CRuntimeClass kRuntimeClass;
 
   const CRuntimeClass& GetRuntimeClass() const override;
@@ -33,8 +36,9 @@ class QENZOR_EXPORT CAbstractObj : public CAbstractChunk, public ObjBaseData<Chu
   void Release() override;
 };
 
-class QENZOR_EXPORT CAbstractObjEdit : public CAbstractChunkEdit, public ObjBaseData<EditForm> {
+class QENZOR_EXPORT CAbstractObjEdit : public CAbstractChunkEdit, public ObjBaseFields<EditForm> {
  public:
+  using ChunkClass = CAbstractObj;
   /// Keeps an added-object-info set edit; destroys any other.
   bool SetSubChunkEdit(CAbstractChunkEdit* sub) override;
 };

@@ -11,8 +11,7 @@ class CAddedObjInfoSetEdit;
 class CAddedObjInfoSetTextConverter;
 
 /// What a map object carries beside its geometry.
-class QENZOR_EXPORT CAddedObjInfoSet
-    : public CSetOf<CAddedObjInfoSet, CChunkSetArray<CAbstractAddedObjInfo*>> {
+class QENZOR_EXPORT CAddedObjInfoSet : public CArraySetOf<CAddedObjInfoSet, CAbstractAddedObjInfo> {
  public:
   static constexpr std::uint32_t kChunkId = 1;
   static constexpr std::string_view kTag = "AddedObjInfoSet";
@@ -20,22 +19,11 @@ class QENZOR_EXPORT CAddedObjInfoSet
   using ConverterClass = CAddedObjInfoSetTextConverter;
 };
 
-class QENZOR_EXPORT CAddedObjInfoSetEdit
-    : public CSetEditOf<CAddedObjInfoSetEdit, CAddedObjInfoSet,
-                        CChunkSetArrayEdit<CAbstractAddedObjInfo*, CAbstractAddedObjInfoEdit*>> {};
+class QENZOR_EXPORT CAddedObjInfoSetEdit : public CSetEditOf<CAddedObjInfoSet> {};
 
-class QENZOR_EXPORT CAddedObjInfoSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>> {};
+class QENZOR_EXPORT CAddedObjInfoSetTextConverter : public CSetConverterOf<CAddedObjInfoSet> {};
 
-extern template class CAbstractChunkSet<CAbstractAddedObjInfo*>;
 extern template class CChunkSetArray<CAbstractAddedObjInfo*>;
 extern template class CSetOf<CAddedObjInfoSet, CChunkSetArray<CAbstractAddedObjInfo*>>;
-extern template class CAbstractChunkSetEdit<CAbstractAddedObjInfoEdit*>;
-extern template class CChunkSetArrayEdit<CAbstractAddedObjInfo*, CAbstractAddedObjInfoEdit*>;
-extern template class CSetEditOf<
-    CAddedObjInfoSetEdit, CAddedObjInfoSet,
-    CChunkSetArrayEdit<CAbstractAddedObjInfo*, CAbstractAddedObjInfoEdit*>>;
-extern template class CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractAddedObjInfo*>>;
 
 }  // namespace qenzor

@@ -18,6 +18,7 @@
 #include "qenzor/qen/ras_ll_obj.h"
 #include "qenzor/qen/ras_mm_obj.h"
 #include "qenzor/qen/url_info.h"
+#include "qenzor/qen/walk.h"
 #include "qenzor/qen/z_id_obj.h"
 #include "qenzor/qen/z_id_obj_set.h"
 

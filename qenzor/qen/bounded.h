@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "qenzor/core/data_hooks.h"
+#include "qenzor/core/forms.h"
 #include "qenzor/platform/export.h"
 #include "qenzor/platform/geometry.h"
 
@@ -13,19 +15,22 @@ enum class QENZOR_EXPORT BoundsOf { kAllPoints, kRing };
 /// Adds to the data of an object with points their bounding rectangle, taken while reading. It is
 /// empty at the origin for an object without points and for one that was not read.
 template <class Data, BoundsOf kOf>
-class QENZOR_EXPORT Bounded : public Data {
+class QENZOR_EXPORT CBounded : public Data {
  public:
   /// The bounding rectangle as it was found when the object was read.
   CRect GetBoundRect() const { return m_boundRect; }
 
- protected:
-  /// A ring closes where it began, so in memory its last point is left out.
-  void AfterMemoryRead() {
-    const std::size_t count = this->Pt.size();
-    SetBoundRect(kOf == BoundsOf::kRing && count > 1 ? count - 1 : count);
-  }
-  void AfterFileRead() { SetBoundRect(this->Pt.size()); }
-  void CopyDerived(const Bounded& source) { m_boundRect = source.m_boundRect; }
+  struct Hooks final : DataHooks<CBounded> {
+    /// A ring closes where it began, so in memory its last point is left out.
+    void AfterMemoryRead(CBounded& data) const override {
+      const std::size_t count = data.Pt.size();
+      data.SetBoundRect(kOf == BoundsOf::kRing && count > 1 ? count - 1 : count);
+    }
+    void AfterFileRead(CBounded& data) const override { data.SetBoundRect(data.Pt.size()); }
+    void CopyDerived(const CBounded& from, CBounded& to) const override {
+      to.m_boundRect = from.m_boundRect;
+    }
+  };
 
  private:
   void SetBoundRect(std::size_t count) {
@@ -45,5 +50,9 @@ class QENZOR_EXPORT Bounded : public Data {
 
   CRect m_boundRect;
 };
+
+/// An edit object may be changed at any time and has no bounds.
+template <class Data, BoundsOf kOf>
+struct EditFormOf<CBounded<Data, kOf>> : EditFormOf<Data> {};
 
 }  // namespace qenzor

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qenzor/core/chunk_of.h"
+#include "qenzor/core/data_hooks.h"
 #include "qenzor/edit/edit_of.h"
 #include "qenzor/qen/z_id_obj_set.h"
 #include "qenzor/text/converter_of.h"
@@ -12,21 +13,25 @@ class CLayerDataTextConverter;
 
 /// Data: number (u16), then at most one z-id object set as sub-chunk.
 template <class Form>
-struct QENZOR_EXPORT LayerDataData {
+struct QENZOR_EXPORT LayerDataFields {
+  /// Kept, not interpreted.
   std::uint16_t LayerNo = 0;
   typename Form::template Slot<CZIdObjSet> ZIdObjSet;
 
   static constexpr auto Fields() {
-    return std::tuple{field("LayerNo", &LayerDataData::LayerNo),
-                      slot<CZIdObjSet>("ZIdObjSet", &LayerDataData::ZIdObjSet)};
+    return std::tuple{field("LayerNo", &LayerDataFields::LayerNo),
+                      slot<CZIdObjSet>("ZIdObjSet", &LayerDataFields::ZIdObjSet)};
   }
-  /// A released edit object starts again from number 0.
-  void ResetNumber() requires(!Form::kIsChunk) { LayerNo = 0; }
+
+  struct Hooks final : DataHooks<LayerDataFields> {
+    /// A released edit object starts again from number 0.
+    void ResetNumber(LayerDataFields& data) const override { data.LayerNo = 0; }
+  };
 };
 
 /// One layer of a mesh segment: its number and its z-id objects.
 class QENZOR_EXPORT CLayerData
-    : public CChunkOf<CLayerData, CAbstractChunk, LayerDataData<ChunkForm>> {
+    : public CChunkOf<CLayerData, CAbstractChunk, LayerDataFields<ChunkForm>> {
  public:
   static constexpr std::uint32_t kChunkId = 7;
   static constexpr std::string_view kTag = "LayerData";
@@ -34,14 +39,10 @@ class QENZOR_EXPORT CLayerData
   using ConverterClass = CLayerDataTextConverter;
 };
 
-class QENZOR_EXPORT CLayerDataEdit
-    : public CEditOf<CLayerDataEdit, CLayerData, CAbstractChunkEdit, LayerDataData<EditForm>> {};
+class QENZOR_EXPORT CLayerDataEdit : public CEditOf<CLayerData> {};
 
-class QENZOR_EXPORT CLayerDataTextConverter : public CConverterOf<CLayerData, CLayerDataEdit> {};
+class QENZOR_EXPORT CLayerDataTextConverter : public CConverterOf<CLayerData> {};
 
-extern template class CChunkOf<CLayerData, CAbstractChunk, LayerDataData<ChunkForm>>;
-extern template class CEditOf<CLayerDataEdit, CLayerData, CAbstractChunkEdit,
-                              LayerDataData<EditForm>>;
-extern template class CConverterOf<CLayerData, CLayerDataEdit>;
+extern template class CChunkOf<CLayerData, CAbstractChunk, LayerDataFields<ChunkForm>>;
 
 }  // namespace qenzor

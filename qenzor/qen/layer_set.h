@@ -11,7 +11,7 @@ class CLayerSetEdit;
 class CLayerSetTextConverter;
 
 /// The layers of a mesh segment.
-class QENZOR_EXPORT CLayerSet : public CSetOf<CLayerSet, CChunkSetArray<CLayerData*>> {
+class QENZOR_EXPORT CLayerSet : public CArraySetOf<CLayerSet, CLayerData> {
  public:
   static constexpr std::uint32_t kChunkId = 8;
   static constexpr std::string_view kTag = "LayerSet";
@@ -19,21 +19,11 @@ class QENZOR_EXPORT CLayerSet : public CSetOf<CLayerSet, CChunkSetArray<CLayerDa
   using ConverterClass = CLayerSetTextConverter;
 };
 
-class QENZOR_EXPORT CLayerSetEdit
-    : public CSetEditOf<CLayerSetEdit, CLayerSet,
-                        CChunkSetArrayEdit<CLayerData*, CLayerDataEdit*>> {};
+class QENZOR_EXPORT CLayerSetEdit : public CSetEditOf<CLayerSet> {};
 
-class QENZOR_EXPORT CLayerSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CLayerData*>> {};
+class QENZOR_EXPORT CLayerSetTextConverter : public CSetConverterOf<CLayerSet> {};
 
-extern template class CAbstractChunkSet<CLayerData*>;
 extern template class CChunkSetArray<CLayerData*>;
 extern template class CSetOf<CLayerSet, CChunkSetArray<CLayerData*>>;
-extern template class CAbstractChunkSetEdit<CLayerDataEdit*>;
-extern template class CChunkSetArrayEdit<CLayerData*, CLayerDataEdit*>;
-extern template class CSetEditOf<CLayerSetEdit, CLayerSet,
-                                 CChunkSetArrayEdit<CLayerData*, CLayerDataEdit*>>;
-extern template class CChunkSetArrayTextConverter<CLayerData*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CLayerData*>>;
 
 }  // namespace qenzor

@@ -7,8 +7,8 @@
 namespace qenzor {
 
 template class CChunkOf<CLineObj, CAbstractObj,
-                        Bounded<LineObjData<ChunkForm>, BoundsOf::kAllPoints>>;
-template class CEditOf<CLineObjEdit, CLineObj, CAbstractObjEdit, LineObjData<EditForm>>;
-template class CConverterOf<CLineObj, CLineObjEdit>;
+                        CBounded<LineObjFields<ChunkForm>, BoundsOf::kAllPoints>>;
+template class CEditOf<CLineObj>;
+template class CConverterOf<CLineObj>;
 
 }  // namespace qenzor

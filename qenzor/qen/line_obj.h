@@ -13,17 +13,17 @@ class CLineObjTextConverter;
 
 /// Data: point count N (u16), N points (x and y, i16 each); N * 4 + 2 bytes.
 template <class Form>
-struct QENZOR_EXPORT LineObjData {
-  /// The vertices in drawing order.
+struct QENZOR_EXPORT LineObjFields {
+  /// The vertices in drawing order, in map units.
   typename Form::template Array<CPoint> Pt;
 
-  static constexpr auto Fields() { return std::tuple{array("Pt", &LineObjData::Pt)}; }
+  static constexpr auto Fields() { return std::tuple{array("Pt", &LineObjFields::Pt)}; }
 };
 
 /// A polyline. GetBoundRect tells the bounding rectangle of all points as they were read.
 class QENZOR_EXPORT CLineObj
     : public CChunkOf<CLineObj, CAbstractObj,
-                      Bounded<LineObjData<ChunkForm>, BoundsOf::kAllPoints>> {
+                      CBounded<LineObjFields<ChunkForm>, BoundsOf::kAllPoints>> {
  public:
   static constexpr std::uint32_t kChunkId = 9;
   static constexpr std::string_view kTag = "LineObj";
@@ -31,14 +31,11 @@ class QENZOR_EXPORT CLineObj
   using ConverterClass = CLineObjTextConverter;
 };
 
-class QENZOR_EXPORT CLineObjEdit
-    : public CEditOf<CLineObjEdit, CLineObj, CAbstractObjEdit, LineObjData<EditForm>> {};
+class QENZOR_EXPORT CLineObjEdit : public CEditOf<CLineObj> {};
 
-class QENZOR_EXPORT CLineObjTextConverter : public CConverterOf<CLineObj, CLineObjEdit> {};
+class QENZOR_EXPORT CLineObjTextConverter : public CConverterOf<CLineObj> {};
 
 extern template class CChunkOf<CLineObj, CAbstractObj,
-                               Bounded<LineObjData<ChunkForm>, BoundsOf::kAllPoints>>;
-extern template class CEditOf<CLineObjEdit, CLineObj, CAbstractObjEdit, LineObjData<EditForm>>;
-extern template class CConverterOf<CLineObj, CLineObjEdit>;
+                               CBounded<LineObjFields<ChunkForm>, BoundsOf::kAllPoints>>;
 
 }  // namespace qenzor

@@ -12,17 +12,17 @@ class CQenMapDataTextConverter;
 
 /// No fields of its own; at most one mesh segment set as sub-chunk.
 template <class Form>
-struct QENZOR_EXPORT QenMapDataData {
+struct QENZOR_EXPORT QenMapDataFields {
   typename Form::template Slot<CMeshSegmentSet> MeshSegmentSet;
 
   static constexpr auto Fields() {
-    return std::tuple{slot<CMeshSegmentSet>("MeshSegmentSet", &QenMapDataData::MeshSegmentSet)};
+    return std::tuple{slot<CMeshSegmentSet>("MeshSegmentSet", &QenMapDataFields::MeshSegmentSet)};
   }
 };
 
 /// The root chunk of a map-project document.
 class QENZOR_EXPORT CQenMapData
-    : public CChunkOf<CQenMapData, CAbstractChunk, QenMapDataData<ChunkForm>> {
+    : public CChunkOf<CQenMapData, CAbstractChunk, QenMapDataFields<ChunkForm>> {
  public:
   static constexpr std::uint32_t kChunkId = 25;
   static constexpr std::string_view kTag = "QenMapData";
@@ -30,14 +30,10 @@ class QENZOR_EXPORT CQenMapData
   using ConverterClass = CQenMapDataTextConverter;
 };
 
-class QENZOR_EXPORT CQenMapDataEdit
-    : public CEditOf<CQenMapDataEdit, CQenMapData, CAbstractChunkEdit, QenMapDataData<EditForm>> {};
+class QENZOR_EXPORT CQenMapDataEdit : public CEditOf<CQenMapData> {};
 
-class QENZOR_EXPORT CQenMapDataTextConverter : public CConverterOf<CQenMapData, CQenMapDataEdit> {};
+class QENZOR_EXPORT CQenMapDataTextConverter : public CConverterOf<CQenMapData> {};
 
-extern template class CChunkOf<CQenMapData, CAbstractChunk, QenMapDataData<ChunkForm>>;
-extern template class CEditOf<CQenMapDataEdit, CQenMapData, CAbstractChunkEdit,
-                              QenMapDataData<EditForm>>;
-extern template class CConverterOf<CQenMapData, CQenMapDataEdit>;
+extern template class CChunkOf<CQenMapData, CAbstractChunk, QenMapDataFields<ChunkForm>>;
 
 }  // namespace qenzor

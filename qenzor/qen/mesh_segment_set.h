@@ -11,8 +11,7 @@ class CMeshSegmentSetEdit;
 class CMeshSegmentSetTextConverter;
 
 /// The mesh segments of a map.
-class QENZOR_EXPORT CMeshSegmentSet
-    : public CSetOf<CMeshSegmentSet, CChunkSetArray<CMeshSegment*>> {
+class QENZOR_EXPORT CMeshSegmentSet : public CArraySetOf<CMeshSegmentSet, CMeshSegment> {
  public:
   static constexpr std::uint32_t kChunkId = 29;
   static constexpr std::string_view kTag = "MeshSegmentSet";
@@ -20,21 +19,11 @@ class QENZOR_EXPORT CMeshSegmentSet
   using ConverterClass = CMeshSegmentSetTextConverter;
 };
 
-class QENZOR_EXPORT CMeshSegmentSetEdit
-    : public CSetEditOf<CMeshSegmentSetEdit, CMeshSegmentSet,
-                        CChunkSetArrayEdit<CMeshSegment*, CMeshSegmentEdit*>> {};
+class QENZOR_EXPORT CMeshSegmentSetEdit : public CSetEditOf<CMeshSegmentSet> {};
 
-class QENZOR_EXPORT CMeshSegmentSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CMeshSegment*>> {};
+class QENZOR_EXPORT CMeshSegmentSetTextConverter : public CSetConverterOf<CMeshSegmentSet> {};
 
-extern template class CAbstractChunkSet<CMeshSegment*>;
 extern template class CChunkSetArray<CMeshSegment*>;
 extern template class CSetOf<CMeshSegmentSet, CChunkSetArray<CMeshSegment*>>;
-extern template class CAbstractChunkSetEdit<CMeshSegmentEdit*>;
-extern template class CChunkSetArrayEdit<CMeshSegment*, CMeshSegmentEdit*>;
-extern template class CSetEditOf<CMeshSegmentSetEdit, CMeshSegmentSet,
-                                 CChunkSetArrayEdit<CMeshSegment*, CMeshSegmentEdit*>>;
-extern template class CChunkSetArrayTextConverter<CMeshSegment*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CMeshSegment*>>;
 
 }  // namespace qenzor

@@ -11,7 +11,7 @@ class CObjSetEdit;
 class CObjSetTextConverter;
 
 /// The map objects of a z-id object, of any kind, in drawing order.
-class QENZOR_EXPORT CObjSet : public CSetOf<CObjSet, CChunkSetArray<CAbstractObj*>> {
+class QENZOR_EXPORT CObjSet : public CArraySetOf<CObjSet, CAbstractObj> {
  public:
   static constexpr std::uint32_t kChunkId = 22;
   static constexpr std::string_view kTag = "ObjSet";
@@ -19,21 +19,11 @@ class QENZOR_EXPORT CObjSet : public CSetOf<CObjSet, CChunkSetArray<CAbstractObj
   using ConverterClass = CObjSetTextConverter;
 };
 
-class QENZOR_EXPORT CObjSetEdit
-    : public CSetEditOf<CObjSetEdit, CObjSet,
-                        CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>> {};
+class QENZOR_EXPORT CObjSetEdit : public CSetEditOf<CObjSet> {};
 
-class QENZOR_EXPORT CObjSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CAbstractObj*>> {};
+class QENZOR_EXPORT CObjSetTextConverter : public CSetConverterOf<CObjSet> {};
 
-extern template class CAbstractChunkSet<CAbstractObj*>;
 extern template class CChunkSetArray<CAbstractObj*>;
 extern template class CSetOf<CObjSet, CChunkSetArray<CAbstractObj*>>;
-extern template class CAbstractChunkSetEdit<CAbstractObjEdit*>;
-extern template class CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>;
-extern template class CSetEditOf<CObjSetEdit, CObjSet,
-                                 CChunkSetArrayEdit<CAbstractObj*, CAbstractObjEdit*>>;
-extern template class CChunkSetArrayTextConverter<CAbstractObj*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractObj*>>;
 
 }  // namespace qenzor

@@ -6,8 +6,9 @@
 
 namespace qenzor {
 
-template class CChunkOf<CPolyObj, CAbstractObj, Bounded<PolyObjData<ChunkForm>, BoundsOf::kRing>>;
-template class CEditOf<CPolyObjEdit, CPolyObj, CAbstractObjEdit, PolyObjData<EditForm>>;
-template class CConverterOf<CPolyObj, CPolyObjEdit>;
+template class CChunkOf<CPolyObj, CAbstractObj,
+                        CBounded<PolyObjFields<ChunkForm>, BoundsOf::kRing>>;
+template class CEditOf<CPolyObj>;
+template class CConverterOf<CPolyObj>;
 
 }  // namespace qenzor

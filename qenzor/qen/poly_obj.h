@@ -13,20 +13,21 @@ class CPolyObjTextConverter;
 
 /// Data: height (i32), point count N (u16), N points (x and y, i16 each); N * 4 + 6 bytes.
 template <class Form>
-struct QENZOR_EXPORT PolyObjData {
+struct QENZOR_EXPORT PolyObjFields {
+  /// Kept, not interpreted.
   std::int32_t Height = 0;
-  /// The vertices of the ring.
+  /// The vertices of the ring, in map units.
   typename Form::template Array<CPoint> Pt;
 
   static constexpr auto Fields() {
-    return std::tuple{field("Height", &PolyObjData::Height), array("Pt", &PolyObjData::Pt)};
+    return std::tuple{field("Height", &PolyObjFields::Height), array("Pt", &PolyObjFields::Pt)};
   }
 };
 
 /// A polygon. GetBoundRect tells the bounding rectangle as it was read: from a file of all
 /// points, from memory of all but the last, which repeats the first in a closed ring.
 class QENZOR_EXPORT CPolyObj
-    : public CChunkOf<CPolyObj, CAbstractObj, Bounded<PolyObjData<ChunkForm>, BoundsOf::kRing>> {
+    : public CChunkOf<CPolyObj, CAbstractObj, CBounded<PolyObjFields<ChunkForm>, BoundsOf::kRing>> {
  public:
   static constexpr std::uint32_t kChunkId = 13;
   static constexpr std::string_view kTag = "PolyObj";
@@ -34,14 +35,11 @@ class QENZOR_EXPORT CPolyObj
   using ConverterClass = CPolyObjTextConverter;
 };
 
-class QENZOR_EXPORT CPolyObjEdit
-    : public CEditOf<CPolyObjEdit, CPolyObj, CAbstractObjEdit, PolyObjData<EditForm>> {};
+class QENZOR_EXPORT CPolyObjEdit : public CEditOf<CPolyObj> {};
 
-class QENZOR_EXPORT CPolyObjTextConverter : public CConverterOf<CPolyObj, CPolyObjEdit> {};
+class QENZOR_EXPORT CPolyObjTextConverter : public CConverterOf<CPolyObj> {};
 
 extern template class CChunkOf<CPolyObj, CAbstractObj,
-                               Bounded<PolyObjData<ChunkForm>, BoundsOf::kRing>>;
-extern template class CEditOf<CPolyObjEdit, CPolyObj, CAbstractObjEdit, PolyObjData<EditForm>>;
-extern template class CConverterOf<CPolyObj, CPolyObjEdit>;
+                               CBounded<PolyObjFields<ChunkForm>, BoundsOf::kRing>>;
 
 }  // namespace qenzor

@@ -1,6 +1,7 @@
 #include "qenzor/qen/qen.h"
 
 #include "qenzor/core/document_impl.h"
+#include "qenzor/core/equal_impl.h"
 #include "qenzor/platform/bulk_phase_impl.h"
 #include "qenzor/text/document_text_impl.h"
 
@@ -22,7 +23,7 @@ void CQen::DeepCopy(CQen* source) {
   const CBulkPhase phase;
   if (source == this) return;
   Release();
-  CopyInfo<QenFileInfo>(*source, *this);
+  static_cast<QenFileInfo&>(*this) = *source;
   MapData = CloneOf(source->MapData.get());
 }
 
@@ -78,7 +79,7 @@ CQenEdit::~CQenEdit() = default;
 CQen* CQenEdit::EditDataToQenData() try {
   const CBulkPhase phase;
   auto doc = std::make_unique<CQen>();
-  CopyInfo<QenFileInfo>(*this, *doc);
+  static_cast<QenFileInfo&>(*doc) = *this;
   doc->MapData = ChunkOfEdit<CQenMapData>(MapData.get());
   return doc.release();
 } catch (const std::bad_alloc&) {
@@ -88,7 +89,7 @@ CQen* CQenEdit::EditDataToQenData() try {
 void CQenEdit::QenDataToEditData(CQen* doc) {
   const CBulkPhase phase;
   Release();
-  CopyInfo<QenFileInfo>(*doc, *this);
+  static_cast<QenFileInfo&>(*this) = *doc;
   if (doc->MapData == nullptr) return;
   MapData = std::make_unique<CQenMapDataEdit>();
   MapData->ChunkDataToEditData(doc->MapData.get());
@@ -104,6 +105,31 @@ bool CQenEdit::SetSubChunkEdit(CAbstractChunkEdit* sub) {
 }
 
 void CQenEdit::Release() { MapData.reset(); }
+
+namespace {
+
+template <class Document>
+bool EqualDocuments(const Document& a, const Document& b) {
+  return static_cast<const QenFileInfo&>(a) == static_cast<const QenFileInfo&>(b) &&
+         EqualValues(a.MapData, b.MapData);
+}
+
+}  // namespace
+
+bool operator==(const CQen& a, const CQen& b) { return EqualDocuments(a, b); }
+bool operator==(const CQenEdit& a, const CQenEdit& b) { return EqualDocuments(a, b); }
+
+std::unique_ptr<CQenEdit> ToEdit(const CQen& document) try {
+  auto edit = std::make_unique<CQenEdit>();
+  edit->QenDataToEditData(const_cast<CQen*>(&document));
+  return edit;
+} catch (const std::bad_alloc&) {
+  return nullptr;
+}
+
+std::unique_ptr<CQen> ToDocument(const CQenEdit& edit) {
+  return std::unique_ptr<CQen>(const_cast<CQenEdit&>(edit).EditDataToQenData());
+}
 
 CQenTextConverter::CQenTextConverter() = default;
 CQenTextConverter::~CQenTextConverter() = default;

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "qenzor/core/file_info.h"
+#include "qenzor/edit/convert.h"
 #include "qenzor/platform/file.h"
 #include "qenzor/platform/object.h"
 #include "qenzor/qen/map_data.h"
@@ -13,14 +14,14 @@ namespace qenzor {
 
 /// The front of a map-project file, 42 bytes. None of the values is interpreted here.
 struct QenFileInfo : FileInfo {
-  /// Code of the geographic coordinate system (u8).
+  /// Code of the geographic coordinate system (u8); kept, not interpreted.
   std::uint8_t GeoCoodinate = 0;
-  /// West, south, east, north of the map (i32 each).
+  /// West, south, east, north of the map (i32 each), in units of that system.
   CRect IncRect;
   /// Mesh segments from west to east, and from south to north (u16 each).
   std::uint16_t SegmentNumX = 0;
   std::uint16_t SegmentNumY = 0;
-  /// Compression coefficient (u16).
+  /// Compression coefficient (u16); kept, not interpreted.
   std::uint16_t CompCoef = 0;
 
   static constexpr auto Fields() {
@@ -32,6 +33,18 @@ struct QenFileInfo : FileInfo {
                    field("SegmentNumX", &D::SegmentNumX), field("SegmentNumY", &D::SegmentNumY),
                    field("CompCoef", &D::CompCoef)});
   }
+
+  /// What a new map starts from: a well-formed front, version 1.0, one segment, an empty rectangle.
+  static QenFileInfo Default() {
+    QenFileInfo info;
+    info.SetIdent("QENMAP");
+    info.Magic = kMagic;
+    info.MajorVer = 1;
+    info.SegmentNumX = info.SegmentNumY = 1;
+    return info;
+  }
+
+  bool operator==(const QenFileInfo&) const = default;
 };
 
 /// A map-project document: the geography of a map. It owns its map data. Any number of documents
@@ -96,6 +109,15 @@ class QENZOR_EXPORT CQenEdit : public QenFileInfo {
   /// The root chunk's editable form, or null.
   std::unique_ptr<CQenMapDataEdit> MapData;
 };
+
+/// Whether two documents hold the same.
+QENZOR_EXPORT bool operator==(const CQen& a, const CQen& b);
+QENZOR_EXPORT bool operator==(const CQenEdit& a, const CQenEdit& b);
+
+/// The document in the other form, owned by the caller. The given one is only read. Null when
+/// memory runs out.
+[[nodiscard]] QENZOR_EXPORT std::unique_ptr<CQenEdit> ToEdit(const CQen& document);
+[[nodiscard]] QENZOR_EXPORT std::unique_ptr<CQen> ToDocument(const CQenEdit& edit);
 
 /// Converts whole map-project documents to XML files and back.
 class QENZOR_EXPORT CQenTextConverter {

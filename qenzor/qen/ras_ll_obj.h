@@ -12,15 +12,16 @@ class CRasLLObjTextConverter;
 
 /// Data: west, south, east, north (i16 each); 8 bytes.
 template <class Form>
-struct QENZOR_EXPORT RasLLObjData {
-  /// West, south, east, north as left, top, right, bottom.
+struct QENZOR_EXPORT RasLLObjFields {
+  /// West, south, east, north as left, top, right, bottom, in map units.
   CRect Rect;
 
-  static constexpr auto Fields() { return std::tuple{field("Rect", &RasLLObjData::Rect)}; }
+  static constexpr auto Fields() { return std::tuple{field("Rect", &RasLLObjFields::Rect)}; }
 };
 
 /// A raster placed by its edges. No order of the edges is enforced.
-class QENZOR_EXPORT CRasLLObj : public CChunkOf<CRasLLObj, CAbstractObj, RasLLObjData<ChunkForm>> {
+class QENZOR_EXPORT CRasLLObj
+    : public CChunkOf<CRasLLObj, CAbstractObj, RasLLObjFields<ChunkForm>> {
  public:
   static constexpr std::uint32_t kChunkId = 16;
   static constexpr std::string_view kTag = "RasLLObj";
@@ -28,13 +29,10 @@ class QENZOR_EXPORT CRasLLObj : public CChunkOf<CRasLLObj, CAbstractObj, RasLLOb
   using ConverterClass = CRasLLObjTextConverter;
 };
 
-class QENZOR_EXPORT CRasLLObjEdit
-    : public CEditOf<CRasLLObjEdit, CRasLLObj, CAbstractObjEdit, RasLLObjData<EditForm>> {};
+class QENZOR_EXPORT CRasLLObjEdit : public CEditOf<CRasLLObj> {};
 
-class QENZOR_EXPORT CRasLLObjTextConverter : public CConverterOf<CRasLLObj, CRasLLObjEdit> {};
+class QENZOR_EXPORT CRasLLObjTextConverter : public CConverterOf<CRasLLObj> {};
 
-extern template class CChunkOf<CRasLLObj, CAbstractObj, RasLLObjData<ChunkForm>>;
-extern template class CEditOf<CRasLLObjEdit, CRasLLObj, CAbstractObjEdit, RasLLObjData<EditForm>>;
-extern template class CConverterOf<CRasLLObj, CRasLLObjEdit>;
+extern template class CChunkOf<CRasLLObj, CAbstractObj, RasLLObjFields<ChunkForm>>;
 
 }  // namespace qenzor

@@ -12,14 +12,16 @@ class CRasMMObjTextConverter;
 
 /// Data: x, y (i16 each); 4 bytes.
 template <class Form>
-struct QENZOR_EXPORT RasMMObjData {
+struct QENZOR_EXPORT RasMMObjFields {
+  /// In map units.
   CPoint Pt;
 
-  static constexpr auto Fields() { return std::tuple{field("Pt", &RasMMObjData::Pt)}; }
+  static constexpr auto Fields() { return std::tuple{field("Pt", &RasMMObjFields::Pt)}; }
 };
 
 /// A raster placed at a point.
-class QENZOR_EXPORT CRasMMObj : public CChunkOf<CRasMMObj, CAbstractObj, RasMMObjData<ChunkForm>> {
+class QENZOR_EXPORT CRasMMObj
+    : public CChunkOf<CRasMMObj, CAbstractObj, RasMMObjFields<ChunkForm>> {
  public:
   static constexpr std::uint32_t kChunkId = 18;
   static constexpr std::string_view kTag = "RasMMObj";
@@ -27,13 +29,10 @@ class QENZOR_EXPORT CRasMMObj : public CChunkOf<CRasMMObj, CAbstractObj, RasMMOb
   using ConverterClass = CRasMMObjTextConverter;
 };
 
-class QENZOR_EXPORT CRasMMObjEdit
-    : public CEditOf<CRasMMObjEdit, CRasMMObj, CAbstractObjEdit, RasMMObjData<EditForm>> {};
+class QENZOR_EXPORT CRasMMObjEdit : public CEditOf<CRasMMObj> {};
 
-class QENZOR_EXPORT CRasMMObjTextConverter : public CConverterOf<CRasMMObj, CRasMMObjEdit> {};
+class QENZOR_EXPORT CRasMMObjTextConverter : public CConverterOf<CRasMMObj> {};
 
-extern template class CChunkOf<CRasMMObj, CAbstractObj, RasMMObjData<ChunkForm>>;
-extern template class CEditOf<CRasMMObjEdit, CRasMMObj, CAbstractObjEdit, RasMMObjData<EditForm>>;
-extern template class CConverterOf<CRasMMObj, CRasMMObjEdit>;
+extern template class CChunkOf<CRasMMObj, CAbstractObj, RasMMObjFields<ChunkForm>>;
 
 }  // namespace qenzor

@@ -6,8 +6,8 @@
 
 namespace qenzor {
 
-template class CChunkOf<CUrlInfo, CAbstractAddedObjInfo, UrlInfoData<ChunkForm>>;
-template class CEditOf<CUrlInfoEdit, CUrlInfo, CAbstractAddedObjInfoEdit, UrlInfoData<EditForm>>;
+template class CChunkOf<CUrlInfo, CAbstractAddedObjInfo, UrlInfoFields<ChunkForm>>;
+template class CEditOf<CUrlInfo>;
 
 void CUrlInfoTextConverter::ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk,
                                                 std::uint32_t level) {

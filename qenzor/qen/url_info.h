@@ -12,15 +12,16 @@ class CUrlInfoTextConverter;
 
 /// Data: text (u16 byte count, mark, UTF-16 units).
 template <class Form>
-struct QENZOR_EXPORT UrlInfoData {
+struct QENZOR_EXPORT UrlInfoFields {
+  /// The URL; not checked.
   CStringW Text;
 
-  static constexpr auto Fields() { return std::tuple{text("Text", &UrlInfoData::Text)}; }
+  static constexpr auto Fields() { return std::tuple{text("Text", &UrlInfoFields::Text)}; }
 };
 
 /// A link attached to a map object.
 class QENZOR_EXPORT CUrlInfo
-    : public CChunkOf<CUrlInfo, CAbstractAddedObjInfo, UrlInfoData<ChunkForm>> {
+    : public CChunkOf<CUrlInfo, CAbstractAddedObjInfo, UrlInfoFields<ChunkForm>> {
  public:
   static constexpr std::uint32_t kChunkId = 19;
   static constexpr std::string_view kTag = "UrlInfo";
@@ -28,8 +29,7 @@ class QENZOR_EXPORT CUrlInfo
   using ConverterClass = CUrlInfoTextConverter;
 };
 
-class QENZOR_EXPORT CUrlInfoEdit
-    : public CEditOf<CUrlInfoEdit, CUrlInfo, CAbstractAddedObjInfoEdit, UrlInfoData<EditForm>> {};
+class QENZOR_EXPORT CUrlInfoEdit : public CEditOf<CUrlInfo> {};
 
 /// Writes the URL as a "Text" element that stands twice on its line, but reads the text that stands
 /// directly in the "UrlInfo" element: a URL reaches the edit form from text written by hand, not
@@ -40,8 +40,6 @@ class QENZOR_EXPORT CUrlInfoTextConverter : public CAbstractChunkTextConverter {
   void SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) override;
 };
 
-extern template class CChunkOf<CUrlInfo, CAbstractAddedObjInfo, UrlInfoData<ChunkForm>>;
-extern template class CEditOf<CUrlInfoEdit, CUrlInfo, CAbstractAddedObjInfoEdit,
-                              UrlInfoData<EditForm>>;
+extern template class CChunkOf<CUrlInfo, CAbstractAddedObjInfo, UrlInfoFields<ChunkForm>>;
 
 }  // namespace qenzor

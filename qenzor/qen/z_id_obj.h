@@ -12,17 +12,19 @@ class CZIdObjTextConverter;
 
 /// Data: z-id (u64), then at most one object set as sub-chunk.
 template <class Form>
-struct QENZOR_EXPORT ZIdObjData {
+struct QENZOR_EXPORT ZIdObjFields {
+  /// What draw attributes know the objects by.
   std::uint64_t ZId = 0;
   typename Form::template Slot<CObjSet> ObjSet;
 
   static constexpr auto Fields() {
-    return std::tuple{field("ZId", &ZIdObjData::ZId), slot<CObjSet>("ObjSet", &ZIdObjData::ObjSet)};
+    return std::tuple{field("ZId", &ZIdObjFields::ZId),
+                      slot<CObjSet>("ObjSet", &ZIdObjFields::ObjSet)};
   }
 };
 
 /// Map objects grouped under a 64-bit identifier.
-class QENZOR_EXPORT CZIdObj : public CChunkOf<CZIdObj, CAbstractChunk, ZIdObjData<ChunkForm>> {
+class QENZOR_EXPORT CZIdObj : public CChunkOf<CZIdObj, CAbstractChunk, ZIdObjFields<ChunkForm>> {
  public:
   static constexpr std::uint32_t kChunkId = 21;
   static constexpr std::string_view kTag = "ZIdObj";
@@ -30,13 +32,10 @@ class QENZOR_EXPORT CZIdObj : public CChunkOf<CZIdObj, CAbstractChunk, ZIdObjDat
   using ConverterClass = CZIdObjTextConverter;
 };
 
-class QENZOR_EXPORT CZIdObjEdit
-    : public CEditOf<CZIdObjEdit, CZIdObj, CAbstractChunkEdit, ZIdObjData<EditForm>> {};
+class QENZOR_EXPORT CZIdObjEdit : public CEditOf<CZIdObj> {};
 
-class QENZOR_EXPORT CZIdObjTextConverter : public CConverterOf<CZIdObj, CZIdObjEdit> {};
+class QENZOR_EXPORT CZIdObjTextConverter : public CConverterOf<CZIdObj> {};
 
-extern template class CChunkOf<CZIdObj, CAbstractChunk, ZIdObjData<ChunkForm>>;
-extern template class CEditOf<CZIdObjEdit, CZIdObj, CAbstractChunkEdit, ZIdObjData<EditForm>>;
-extern template class CConverterOf<CZIdObj, CZIdObjEdit>;
+extern template class CChunkOf<CZIdObj, CAbstractChunk, ZIdObjFields<ChunkForm>>;
 
 }  // namespace qenzor

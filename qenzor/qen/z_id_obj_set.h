@@ -11,7 +11,7 @@ class CZIdObjSetEdit;
 class CZIdObjSetTextConverter;
 
 /// The z-id objects of a layer.
-class QENZOR_EXPORT CZIdObjSet : public CSetOf<CZIdObjSet, CChunkSetArray<CZIdObj*>> {
+class QENZOR_EXPORT CZIdObjSet : public CArraySetOf<CZIdObjSet, CZIdObj> {
  public:
   static constexpr std::uint32_t kChunkId = 20;
   static constexpr std::string_view kTag = "ZIdObjSet";
@@ -19,20 +19,11 @@ class QENZOR_EXPORT CZIdObjSet : public CSetOf<CZIdObjSet, CChunkSetArray<CZIdOb
   using ConverterClass = CZIdObjSetTextConverter;
 };
 
-class QENZOR_EXPORT CZIdObjSetEdit
-    : public CSetEditOf<CZIdObjSetEdit, CZIdObjSet, CChunkSetArrayEdit<CZIdObj*, CZIdObjEdit*>> {};
+class QENZOR_EXPORT CZIdObjSetEdit : public CSetEditOf<CZIdObjSet> {};
 
-class QENZOR_EXPORT CZIdObjSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CZIdObj*>> {};
+class QENZOR_EXPORT CZIdObjSetTextConverter : public CSetConverterOf<CZIdObjSet> {};
 
-extern template class CAbstractChunkSet<CZIdObj*>;
 extern template class CChunkSetArray<CZIdObj*>;
 extern template class CSetOf<CZIdObjSet, CChunkSetArray<CZIdObj*>>;
-extern template class CAbstractChunkSetEdit<CZIdObjEdit*>;
-extern template class CChunkSetArrayEdit<CZIdObj*, CZIdObjEdit*>;
-extern template class CSetEditOf<CZIdObjSetEdit, CZIdObjSet,
-                                 CChunkSetArrayEdit<CZIdObj*, CZIdObjEdit*>>;
-extern template class CChunkSetArrayTextConverter<CZIdObj*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CZIdObj*>>;
 
 }  // namespace qenzor

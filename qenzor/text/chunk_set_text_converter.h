@@ -22,9 +22,12 @@ class QENZOR_EXPORT CChunkSetTextConverter : public CAbstractChunkTextConverter 
 template <class T>
 class QENZOR_EXPORT CChunkSetArrayTextConverter : public CChunkSetTextConverter {
  public:
-  using Element = std::remove_pointer_t<T>;
-
-  void ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk, std::uint32_t level) override;
+  void ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk, std::uint32_t level) override {
+    const auto* set = class_cast<CChunkSetArray<T>>(chunk);
+    for (std::uint32_t i = 0; set != nullptr && i < set->GetElemCount(); ++i)
+      if (T elem = set->GetElem(i); elem != nullptr)
+        this->ConvertChunkToString(file, this->GetElemTagName(elem), elem, level);
+  }
 };
 
 /// Writes the elements of a keyed set, in the set's order.
@@ -34,17 +37,34 @@ class QENZOR_EXPORT CChunkSetMapTextConverter;
 template <class T>
 class QENZOR_EXPORT CChunkSetMapTextConverter<std::uint64_t, T> : public CChunkSetTextConverter {
  public:
-  using Element = std::remove_pointer_t<T>;
-
-  void ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk, std::uint32_t level) override;
+  void ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk, std::uint32_t level) override {
+    const auto* set = class_cast<CChunkSetMap<std::uint64_t, T>>(chunk);
+    if (set == nullptr) return;
+    set->ForEachElem(
+        [&](T elem) { this->ConvertChunkToString(file, this->GetElemTagName(elem), elem, level); });
+  }
 };
 
-/// A concrete set converter over one of those above: it writes each element that the set may hold
-/// under the tag of its class.
-template <class SetBase>
-class QENZOR_EXPORT CSetConverterOf : public SetBase {
+template <class Chunk>
+struct SetConverterBase {
+  using Type = CChunkSetArrayTextConverter<typename Chunk::Element*>;
+};
+template <class Chunk>
+requires requires { typename Chunk::Key; }
+struct SetConverterBase<Chunk> {
+  using Type = CChunkSetMapTextConverter<typename Chunk::Key, typename Chunk::Element*>;
+};
+
+/// The converter of a concrete set: it writes each element that the set may hold under the tag of
+/// its class.
+template <class Chunk>
+class QENZOR_EXPORT CSetConverterOf : public SetConverterBase<Chunk>::Type {
  public:
-  CString GetElemTagName(CAbstractChunk* elem) override;
+  CString GetElemTagName(CAbstractChunk* elem) override {
+    return class_cast<typename Chunk::Element>(elem) == nullptr
+               ? SetConverterBase<Chunk>::Type::GetElemTagName(elem)
+               : this->TagOfClass(*elem);
+  }
 };
 
 }  // namespace qenzor

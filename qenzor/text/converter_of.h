@@ -4,9 +4,9 @@
 
 namespace qenzor {
 
-/// The converter of a class, from its field list. Chunk and Edit are the class's other two forms.
+/// The converter of a class, from its field list.
 /// The member functions stand in converter_of_impl.h.
-template <class Chunk, class Edit>
+template <class Chunk>
 class QENZOR_EXPORT CConverterOf : public CAbstractChunkTextConverter {
  public:
   void ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk, std::uint32_t level) override;

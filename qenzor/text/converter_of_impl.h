@@ -5,17 +5,18 @@
 
 namespace qenzor {
 
-template <class Chunk, class Edit>
-void CConverterOf<Chunk, Edit>::ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk,
-                                                    std::uint32_t level) {
+template <class Chunk>
+void CConverterOf<Chunk>::ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk,
+                                              std::uint32_t level) {
   if (const auto* same = class_cast<Chunk>(chunk); same != nullptr)
     WriteXmlFields(CXmlWriter(file, level), FieldsOf<Chunk>(), *same);
 }
 
-template <class Chunk, class Edit>
-void CConverterOf<Chunk, Edit>::SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) {
-  auto* same = dynamic_cast<Edit*>(edit);
-  if (same != nullptr && elem != nullptr) ReadXmlFields(*elem, FieldsOf<Edit>(), *same);
+template <class Chunk>
+void CConverterOf<Chunk>::SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) {
+  auto* same = dynamic_cast<typename Chunk::EditClass*>(edit);
+  if (same != nullptr && elem != nullptr)
+    ReadXmlFields(*elem, FieldsOf<typename Chunk::EditClass>(), *same);
 }
 
 }  // namespace qenzor

@@ -55,7 +55,7 @@ constexpr ObjectKind DrawnBy(const CCmbLblDrawInfo* /*info*/) { return ObjectKin
 constexpr ObjectKind DrawnBy(const CRasLLDrawInfo* /*info*/) { return ObjectKind::kRasterRect; }
 constexpr ObjectKind DrawnBy(const CRasMMDrawInfo* /*info*/) { return ObjectKind::kRasterPoint; }
 
-Style Resolve(const CLineDrawInfo& info, const LineDrawScData& record, const Scale& scale) {
+Style Resolve(const CLineDrawInfo& info, const LineDrawScale& record, const Scale& scale) {
   StrokeStyle style{info.Color, info.LineCode, info.Aspect,
                     scale.Width(record.DenomMaxWidth, record)};
   if (style.Code > kLastLineCode) {
@@ -66,23 +66,23 @@ Style Resolve(const CLineDrawInfo& info, const LineDrawScData& record, const Sca
   return style;
 }
 
-Style Resolve(const CPolySolidBrushDrawInfo& info, const PolySolidBrushDrawScData& /*record*/,
+Style Resolve(const CPolySolidBrushDrawInfo& info, const PolySolidBrushDrawScale& /*record*/,
               const Scale& /*scale*/) {
   return FillStyle{info.Color};
 }
 
-Style Resolve(const CPolyBmpBrushDrawInfo& info, const PolyBmpBrushDrawScData& /*record*/,
+Style Resolve(const CPolyBmpBrushDrawInfo& info, const PolyBmpBrushDrawScale& /*record*/,
               const Scale& /*scale*/) {
   return PatternStyle{info.BrushFileName};
 }
 
-Style Resolve(const CPolyShadowDrawInfo& info, const PolyShadowDrawScData& record,
+Style Resolve(const CPolyShadowDrawInfo& info, const PolyShadowDrawScale& record,
               const Scale& scale) {
   return ShadowStyle{info.ShadowColor, scale.Size(record.DenomMaxOffset.x, record),
                      scale.Size(record.DenomMaxOffset.y, record)};
 }
 
-Style Resolve(const CCmbLblDrawInfo& info, const CmbLblDrawScData& record, const Scale& scale) {
+Style Resolve(const CCmbLblDrawInfo& info, const CmbLblDrawScale& record, const Scale& scale) {
   LabelStyle style;
   style.ShowsText = info.IsShowLabel();
   style.ShowsMark = info.IsShowMark();
@@ -104,11 +104,11 @@ Style Resolve(const CCmbLblDrawInfo& info, const CmbLblDrawScData& record, const
   return style;
 }
 
-Style Resolve(const CRasLLDrawInfo& info, const RasLLDrawScData& record, const Scale& /*scale*/) {
+Style Resolve(const CRasLLDrawInfo& info, const RasLLDrawScale& record, const Scale& /*scale*/) {
   return RasterRectStyle{info.RasFileName, info.ColorKey, record.Alpha};
 }
 
-Style Resolve(const CRasMMDrawInfo& info, const RasMMDrawScData& record, const Scale& scale) {
+Style Resolve(const CRasMMDrawInfo& info, const RasMMDrawScale& record, const Scale& scale) {
   return RasterPointStyle{info.RasFileName, info.ColorKey,
                           scale.Size(record.DenomMaxRasWidth, record)};
 }

@@ -2,7 +2,7 @@
 
 namespace qenzor {
 
-constinit const CRuntimeClass CAbstractDrawInfo::kRuntimeClass{"CAbstractDrawInfo",
+constinit const CRuntimeClass CAbstractDrawInfo::kRuntimeClass{"AbstractDrawInfo",
                                                                &CAbstractChunk::kRuntimeClass};
 
 const CRuntimeClass& CAbstractDrawInfo::GetRuntimeClass() const { return kRuntimeClass; }

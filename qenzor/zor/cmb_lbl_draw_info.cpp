@@ -5,10 +5,9 @@
 namespace qenzor {
 
 template class CChunkOf<CCmbLblDrawInfo, CAbstractDrawInfo,
-                        DrawInfoData<CmbLblDrawComData, CmbLblDrawScData, ChunkForm>>;
-template class CEditOf<CCmbLblDrawInfoEdit, CCmbLblDrawInfo, CAbstractDrawInfoEdit,
-                       DrawInfoData<CmbLblDrawComData, CmbLblDrawScData, EditForm>>;
-template class CConverterOf<CCmbLblDrawInfo, CCmbLblDrawInfoEdit>;
-template class CDrawInfoConverterOf<CCmbLblDrawInfo, CCmbLblDrawInfoEdit>;
+                        DrawInfoFields<CmbLblDrawCommon, CmbLblDrawScale, ChunkForm>>;
+template class CEditOf<CCmbLblDrawInfo>;
+template class CConverterOf<CCmbLblDrawInfo>;
+template class CDrawInfoConverterOf<CCmbLblDrawInfo>;
 
 }  // namespace qenzor

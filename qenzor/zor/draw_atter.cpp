@@ -6,9 +6,12 @@
 
 namespace qenzor {
 
-template class CChunkOf<CDrawAtter, CAbstractChunk, DrawAtterData<ChunkForm>>;
-template class CEditOf<CDrawAtterEdit, CDrawAtter, CAbstractChunkEdit, DrawAtterData<EditForm>>;
-template class CConverterOf<CDrawAtter, CDrawAtterEdit>;
+template class CChunkOf<CDrawInfoIdxSet, CAbstractChunk, DrawInfoIdxSetFields<ChunkForm>>;
+template class CEditOf<CDrawInfoIdxSet>;
+template class CConverterOf<CDrawInfoIdxSet>;
+template class CChunkOf<CDrawAtter, CAbstractChunk, DrawAtterFields<ChunkForm>>;
+template class CEditOf<CDrawAtter>;
+template class CConverterOf<CDrawAtter>;
 
 void CDrawAtterEdit::ChunkDataToEditData(CAbstractChunk* chunk) {
   CEditOf::ChunkDataToEditData(chunk);

@@ -12,7 +12,8 @@ class CDrawAtterTextConverter;
 
 /// Data: z-id (u64), then at most one draw info index set as sub-chunk.
 template <class Form>
-struct QENZOR_EXPORT DrawAtterData {
+struct QENZOR_EXPORT DrawAtterFields {
+  /// The z-id of the objects that it is for.
   std::uint64_t ZId = 0;
   typename Form::template Slot<CDrawInfoIdxSet> DrawInfoIdxSet;
 
@@ -20,14 +21,14 @@ struct QENZOR_EXPORT DrawAtterData {
   std::uint64_t GetKey() const noexcept { return ZId; }
 
   static constexpr auto Fields() {
-    return std::tuple{field("ZId", &DrawAtterData::ZId),
-                      slot<CDrawInfoIdxSet>("DrawInfoIdxSet", &DrawAtterData::DrawInfoIdxSet)};
+    return std::tuple{field("ZId", &DrawAtterFields::ZId),
+                      slot<CDrawInfoIdxSet>("DrawInfoIdxSet", &DrawAtterFields::DrawInfoIdxSet)};
   }
 };
 
 /// Ties a z-id to the draw infos that draw its objects.
 class QENZOR_EXPORT CDrawAtter
-    : public CChunkOf<CDrawAtter, CAbstractChunk, DrawAtterData<ChunkForm>> {
+    : public CChunkOf<CDrawAtter, CAbstractChunk, DrawAtterFields<ChunkForm>> {
  public:
   static constexpr std::uint32_t kChunkId = 3;
   static constexpr std::string_view kTag = "DrawAtter";
@@ -36,17 +37,13 @@ class QENZOR_EXPORT CDrawAtter
 };
 
 /// Filled from a chunk it always has an index set edit, an empty one if the chunk has none.
-class QENZOR_EXPORT CDrawAtterEdit
-    : public CEditOf<CDrawAtterEdit, CDrawAtter, CAbstractChunkEdit, DrawAtterData<EditForm>> {
+class QENZOR_EXPORT CDrawAtterEdit : public CEditOf<CDrawAtter> {
  public:
   void ChunkDataToEditData(CAbstractChunk* chunk) override;
 };
 
-class QENZOR_EXPORT CDrawAtterTextConverter : public CConverterOf<CDrawAtter, CDrawAtterEdit> {};
+class QENZOR_EXPORT CDrawAtterTextConverter : public CConverterOf<CDrawAtter> {};
 
-extern template class CChunkOf<CDrawAtter, CAbstractChunk, DrawAtterData<ChunkForm>>;
-extern template class CEditOf<CDrawAtterEdit, CDrawAtter, CAbstractChunkEdit,
-                              DrawAtterData<EditForm>>;
-extern template class CConverterOf<CDrawAtter, CDrawAtterEdit>;
+extern template class CChunkOf<CDrawAtter, CAbstractChunk, DrawAtterFields<ChunkForm>>;
 
 }  // namespace qenzor

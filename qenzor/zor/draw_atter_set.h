@@ -11,8 +11,7 @@ class CDrawAtterSetEdit;
 class CDrawAtterSetTextConverter;
 
 /// All draw attributes of a draw-data document, filed under their z-ids.
-class QENZOR_EXPORT CDrawAtterSet
-    : public CSetOf<CDrawAtterSet, CChunkSetMap<std::uint64_t, CDrawAtter*>> {
+class QENZOR_EXPORT CDrawAtterSet : public CKeyedSetOf<CDrawAtterSet, CDrawAtter> {
  public:
   static constexpr std::uint32_t kChunkId = 2;
   static constexpr std::string_view kTag = "DrawAtterSet";
@@ -24,24 +23,14 @@ class QENZOR_EXPORT CDrawAtterSet
   void AddElem(std::uint32_t index, CDrawAtter* elem) override;
 };
 
-class QENZOR_EXPORT CDrawAtterSetEdit
-    : public CSetEditOf<CDrawAtterSetEdit, CDrawAtterSet,
-                        CChunkSetMapEdit<std::uint64_t, CDrawAtter*, CDrawAtterEdit*>> {
+class QENZOR_EXPORT CDrawAtterSetEdit : public CSetEditOf<CDrawAtterSet> {
  public:
   void AddElem(CDrawAtterEdit* elem) override;
 };
 
-class QENZOR_EXPORT CDrawAtterSetTextConverter
-    : public CSetConverterOf<CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>> {};
+class QENZOR_EXPORT CDrawAtterSetTextConverter : public CSetConverterOf<CDrawAtterSet> {};
 
-extern template class CAbstractChunkSet<CDrawAtter*>;
 extern template class CChunkSetMap<std::uint64_t, CDrawAtter*>;
 extern template class CSetOf<CDrawAtterSet, CChunkSetMap<std::uint64_t, CDrawAtter*>>;
-extern template class CAbstractChunkSetEdit<CDrawAtterEdit*>;
-extern template class CChunkSetMapEdit<std::uint64_t, CDrawAtter*, CDrawAtterEdit*>;
-extern template class CSetEditOf<CDrawAtterSetEdit, CDrawAtterSet,
-                                 CChunkSetMapEdit<std::uint64_t, CDrawAtter*, CDrawAtterEdit*>>;
-extern template class CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>;
-extern template class CSetConverterOf<CChunkSetMapTextConverter<std::uint64_t, CDrawAtter*>>;
 
 }  // namespace qenzor

@@ -6,9 +6,8 @@
 
 namespace qenzor {
 
-template class CChunkOf<CZorDrawData, CAbstractChunk, ZorDrawDataData<ChunkForm>>;
-template class CEditOf<CZorDrawDataEdit, CZorDrawData, CAbstractChunkEdit,
-                       ZorDrawDataData<EditForm>>;
-template class CConverterOf<CZorDrawData, CZorDrawDataEdit>;
+template class CChunkOf<CZorDrawData, CAbstractChunk, ZorDrawDataFields<ChunkForm>>;
+template class CEditOf<CZorDrawData>;
+template class CConverterOf<CZorDrawData>;
 
 }  // namespace qenzor

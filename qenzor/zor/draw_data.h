@@ -15,13 +15,13 @@ class CZorDrawDataTextConverter;
 /// No fields of its own; at most one set of each kind as sub-chunks, written in this order. In the
 /// edit form a set may be shared with the edit object that it was taken over from.
 template <class Form>
-struct QENZOR_EXPORT ZorDrawDataData {
+struct QENZOR_EXPORT ZorDrawDataFields {
   typename Form::template SharedSlot<CDrawAtterSet> DrawAtterSet;
   typename Form::template SharedSlot<CDrawInfoSet> DrawInfoSet;
   typename Form::template SharedSlot<CMarkDataSet> MarkDataSet;
 
   static constexpr auto Fields() {
-    using D = ZorDrawDataData;
+    using D = ZorDrawDataFields;
     return std::tuple{slot<CDrawAtterSet>("DrawAtterSet", &D::DrawAtterSet),
                       slot<CDrawInfoSet>("DrawInfoSet", &D::DrawInfoSet),
                       slot<CMarkDataSet>("MarkDataSet", &D::MarkDataSet)};
@@ -30,7 +30,7 @@ struct QENZOR_EXPORT ZorDrawDataData {
 
 /// The root chunk of a draw-data document.
 class QENZOR_EXPORT CZorDrawData
-    : public CChunkOf<CZorDrawData, CAbstractChunk, ZorDrawDataData<ChunkForm>> {
+    : public CChunkOf<CZorDrawData, CAbstractChunk, ZorDrawDataFields<ChunkForm>> {
  public:
   static constexpr std::uint32_t kChunkId = 26;
   static constexpr std::string_view kTag = "ZorDrawData";
@@ -38,16 +38,10 @@ class QENZOR_EXPORT CZorDrawData
   using ConverterClass = CZorDrawDataTextConverter;
 };
 
-class QENZOR_EXPORT CZorDrawDataEdit
-    : public CEditOf<CZorDrawDataEdit, CZorDrawData, CAbstractChunkEdit,
-                     ZorDrawDataData<EditForm>> {};
+class QENZOR_EXPORT CZorDrawDataEdit : public CEditOf<CZorDrawData> {};
 
-class QENZOR_EXPORT CZorDrawDataTextConverter
-    : public CConverterOf<CZorDrawData, CZorDrawDataEdit> {};
+class QENZOR_EXPORT CZorDrawDataTextConverter : public CConverterOf<CZorDrawData> {};
 
-extern template class CChunkOf<CZorDrawData, CAbstractChunk, ZorDrawDataData<ChunkForm>>;
-extern template class CEditOf<CZorDrawDataEdit, CZorDrawData, CAbstractChunkEdit,
-                              ZorDrawDataData<EditForm>>;
-extern template class CConverterOf<CZorDrawData, CZorDrawDataEdit>;
+extern template class CChunkOf<CZorDrawData, CAbstractChunk, ZorDrawDataFields<ChunkForm>>;
 
 }  // namespace qenzor

@@ -9,20 +9,21 @@ namespace qenzor {
 class CDrawInfoIdxSetEdit;
 class CDrawInfoIdxSetTextConverter;
 
-/// Data: count n (u32), n indices (u32 each); 4 + 4 * n bytes. An edit list of more than 65,536
-/// indices comes round to the front of the chunk's array, whose end is then 0.
+/// Data: count n (u32), n indices (u32 each); 4 + 4 * n bytes. Of an edit list of more
+/// than 65,536 indices, the 65,537th and those behind it overwrite the chunk's first ones, and the
+/// end of the chunk's array is 0.
 template <class Form>
-struct QENZOR_EXPORT DrawInfoIdxSetData {
+struct QENZOR_EXPORT DrawInfoIdxSetFields {
   typename Form::template LongArray<std::uint32_t> DrawInfoIdx;
 
   static constexpr auto Fields() {
-    return std::tuple{array("DrawInfoIdx", &DrawInfoIdxSetData::DrawInfoIdx)};
+    return std::tuple{array("DrawInfoIdx", &DrawInfoIdxSetFields::DrawInfoIdx)};
   }
 };
 
 /// The draw infos that one draw attribute asks for, by their position in the draw info set.
 class QENZOR_EXPORT CDrawInfoIdxSet
-    : public CChunkOf<CDrawInfoIdxSet, CAbstractChunk, DrawInfoIdxSetData<ChunkForm>> {
+    : public CChunkOf<CDrawInfoIdxSet, CAbstractChunk, DrawInfoIdxSetFields<ChunkForm>> {
  public:
   static constexpr std::uint32_t kChunkId = 23;
   static constexpr std::string_view kTag = "DrawInfoIdxSet";
@@ -30,16 +31,10 @@ class QENZOR_EXPORT CDrawInfoIdxSet
   using ConverterClass = CDrawInfoIdxSetTextConverter;
 };
 
-class QENZOR_EXPORT CDrawInfoIdxSetEdit
-    : public CEditOf<CDrawInfoIdxSetEdit, CDrawInfoIdxSet, CAbstractChunkEdit,
-                     DrawInfoIdxSetData<EditForm>> {};
+class QENZOR_EXPORT CDrawInfoIdxSetEdit : public CEditOf<CDrawInfoIdxSet> {};
 
-class QENZOR_EXPORT CDrawInfoIdxSetTextConverter
-    : public CConverterOf<CDrawInfoIdxSet, CDrawInfoIdxSetEdit> {};
+class QENZOR_EXPORT CDrawInfoIdxSetTextConverter : public CConverterOf<CDrawInfoIdxSet> {};
 
-extern template class CChunkOf<CDrawInfoIdxSet, CAbstractChunk, DrawInfoIdxSetData<ChunkForm>>;
-extern template class CEditOf<CDrawInfoIdxSetEdit, CDrawInfoIdxSet, CAbstractChunkEdit,
-                              DrawInfoIdxSetData<EditForm>>;
-extern template class CConverterOf<CDrawInfoIdxSet, CDrawInfoIdxSetEdit>;
+extern template class CChunkOf<CDrawInfoIdxSet, CAbstractChunk, DrawInfoIdxSetFields<ChunkForm>>;
 
 }  // namespace qenzor

@@ -8,29 +8,30 @@
 namespace qenzor {
 
 /// What every draw info holds: fields that hold at every scale, then records that each hold
-/// between two scale denominators (1:DenomMin to 1:DenomMax). Com and Sc list those fields.
+/// between two scale denominators (1:DenomMin to 1:DenomMax). Common and Scale list those fields.
 /// Records keep their order; neither their ranges nor their values are checked.
-template <template <class> class Com, class Sc, class Form>
-struct QENZOR_EXPORT DrawInfoData : Com<Form> {
-  typename Form::template Array<Sc> ScData;
+template <template <class> class Common, class Scale, class Form>
+struct QENZOR_EXPORT DrawInfoFields : Common<Form> {
+  typename Form::template Array<Scale> ScData;
 
   static constexpr auto Fields() {
-    return std::tuple{group_of("ComData", Com<Form>::Fields()),
-                      array("ScData", &DrawInfoData::ScData)};
+    return std::tuple{group_of("ComData", Common<Form>::Fields()),
+                      array("ScData", &DrawInfoFields::ScData)};
   }
 };
 
-template <class Self, template <class> class Com, class Sc>
-using CDrawInfoOf = CChunkOf<Self, CAbstractDrawInfo, DrawInfoData<Com, Sc, ChunkForm>>;
+template <template <class> class Common, class Scale>
+struct EditFormOf<DrawInfoFields<Common, Scale, ChunkForm>> {
+  using Type = DrawInfoFields<Common, Scale, EditForm>;
+};
 
-template <class Self, class Chunk, template <class> class Com, class Sc>
-using CDrawInfoEditOf =
-    CEditOf<Self, Chunk, CAbstractDrawInfoEdit, DrawInfoData<Com, Sc, EditForm>>;
+template <class Self, template <class> class Common, class Scale>
+using CDrawInfoOf = CChunkOf<Self, CAbstractDrawInfo, DrawInfoFields<Common, Scale, ChunkForm>>;
 
 /// The converter of a draw info reads its two kinds of child element one by one, so that a derived
 /// converter may see to either.
-template <class Chunk, class Edit>
-class QENZOR_EXPORT CDrawInfoConverterOf : public CConverterOf<Chunk, Edit> {
+template <class Chunk>
+class QENZOR_EXPORT CDrawInfoConverterOf : public CConverterOf<Chunk> {
  public:
   void SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) override;
 

@@ -7,9 +7,8 @@
 
 namespace qenzor {
 
-template <class Chunk, class Edit>
-void CDrawInfoConverterOf<Chunk, Edit>::SetChunkEditParam(CAbstractChunkEdit* edit,
-                                                          TiXmlElement* elem) {
+template <class Chunk>
+void CDrawInfoConverterOf<Chunk>::SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) {
   if (elem == nullptr) return;
   ForEachChild(*elem, [&](TiXmlElement& child) {
     if (child.ValueStr() == "ComData")
@@ -19,20 +18,20 @@ void CDrawInfoConverterOf<Chunk, Edit>::SetChunkEditParam(CAbstractChunkEdit* ed
   });
 }
 
-template <class Chunk, class Edit>
-void CDrawInfoConverterOf<Chunk, Edit>::SetChunkEditComDrawInfoParam(CAbstractChunkEdit* edit,
-                                                                     TiXmlElement* elem) {
-  auto* same = dynamic_cast<Edit*>(edit);
+template <class Chunk>
+void CDrawInfoConverterOf<Chunk>::SetChunkEditComDrawInfoParam(CAbstractChunkEdit* edit,
+                                                               TiXmlElement* elem) {
+  auto* same = dynamic_cast<typename Chunk::EditClass*>(edit);
   if (same != nullptr && elem != nullptr)
-    TakeXmlField(*elem, *same, std::get<0>(Edit::DataType::Fields()));
+    TakeXmlField(*elem, *same, std::get<0>(Chunk::EditClass::DataType::Fields()));
 }
 
-template <class Chunk, class Edit>
-void CDrawInfoConverterOf<Chunk, Edit>::SetChunkEditScDrawInfoParam(CAbstractChunkEdit* edit,
-                                                                    TiXmlElement* elem) {
-  auto* same = dynamic_cast<Edit*>(edit);
+template <class Chunk>
+void CDrawInfoConverterOf<Chunk>::SetChunkEditScDrawInfoParam(CAbstractChunkEdit* edit,
+                                                              TiXmlElement* elem) {
+  auto* same = dynamic_cast<typename Chunk::EditClass*>(edit);
   if (same != nullptr && elem != nullptr)
-    TakeXmlField(*elem, *same, std::get<1>(Edit::DataType::Fields()));
+    TakeXmlField(*elem, *same, std::get<1>(Chunk::EditClass::DataType::Fields()));
 }
 
 }  // namespace qenzor

@@ -11,7 +11,7 @@ class CDrawInfoSetEdit;
 class CDrawInfoSetTextConverter;
 
 /// The draw infos of a draw-data document; draw attributes name them by their position.
-class QENZOR_EXPORT CDrawInfoSet : public CSetOf<CDrawInfoSet, CChunkSetArray<CAbstractDrawInfo*>> {
+class QENZOR_EXPORT CDrawInfoSet : public CArraySetOf<CDrawInfoSet, CAbstractDrawInfo> {
  public:
   static constexpr std::uint32_t kChunkId = 6;
   static constexpr std::string_view kTag = "DrawInfoSet";
@@ -19,21 +19,11 @@ class QENZOR_EXPORT CDrawInfoSet : public CSetOf<CDrawInfoSet, CChunkSetArray<CA
   using ConverterClass = CDrawInfoSetTextConverter;
 };
 
-class QENZOR_EXPORT CDrawInfoSetEdit
-    : public CSetEditOf<CDrawInfoSetEdit, CDrawInfoSet,
-                        CChunkSetArrayEdit<CAbstractDrawInfo*, CAbstractDrawInfoEdit*>> {};
+class QENZOR_EXPORT CDrawInfoSetEdit : public CSetEditOf<CDrawInfoSet> {};
 
-class QENZOR_EXPORT CDrawInfoSetTextConverter
-    : public CSetConverterOf<CChunkSetArrayTextConverter<CAbstractDrawInfo*>> {};
+class QENZOR_EXPORT CDrawInfoSetTextConverter : public CSetConverterOf<CDrawInfoSet> {};
 
-extern template class CAbstractChunkSet<CAbstractDrawInfo*>;
 extern template class CChunkSetArray<CAbstractDrawInfo*>;
 extern template class CSetOf<CDrawInfoSet, CChunkSetArray<CAbstractDrawInfo*>>;
-extern template class CAbstractChunkSetEdit<CAbstractDrawInfoEdit*>;
-extern template class CChunkSetArrayEdit<CAbstractDrawInfo*, CAbstractDrawInfoEdit*>;
-extern template class CSetEditOf<CDrawInfoSetEdit, CDrawInfoSet,
-                                 CChunkSetArrayEdit<CAbstractDrawInfo*, CAbstractDrawInfoEdit*>>;
-extern template class CChunkSetArrayTextConverter<CAbstractDrawInfo*>;
-extern template class CSetConverterOf<CChunkSetArrayTextConverter<CAbstractDrawInfo*>>;
 
 }  // namespace qenzor

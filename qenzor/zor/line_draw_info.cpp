@@ -5,10 +5,9 @@
 namespace qenzor {
 
 template class CChunkOf<CLineDrawInfo, CAbstractDrawInfo,
-                        DrawInfoData<LineDrawComData, LineDrawScData, ChunkForm>>;
-template class CEditOf<CLineDrawInfoEdit, CLineDrawInfo, CAbstractDrawInfoEdit,
-                       DrawInfoData<LineDrawComData, LineDrawScData, EditForm>>;
-template class CConverterOf<CLineDrawInfo, CLineDrawInfoEdit>;
-template class CDrawInfoConverterOf<CLineDrawInfo, CLineDrawInfoEdit>;
+                        DrawInfoFields<LineDrawCommon, LineDrawScale, ChunkForm>>;
+template class CEditOf<CLineDrawInfo>;
+template class CConverterOf<CLineDrawInfo>;
+template class CDrawInfoConverterOf<CLineDrawInfo>;
 
 }  // namespace qenzor

@@ -6,8 +6,26 @@
 
 namespace qenzor {
 
-template class CChunkOf<CMarkData, CAbstractChunk, MarkDataData<ChunkForm>>;
-template class CEditOf<CMarkDataEdit, CMarkData, CAbstractChunkEdit, MarkDataData<EditForm>>;
-template class CConverterOf<CMarkData, CMarkDataEdit>;
+template class CChunkOf<CMarkData, CAbstractChunk, MarkDataFields<ChunkForm>>;
+template class CEditOf<CMarkData>;
+template class CConverterOf<CMarkData>;
+
+void CMarkDataTextConverter::SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) {
+  auto* mark = class_cast<CMarkDataEdit>(edit);
+  if (mark == nullptr || elem == nullptr) return;
+  ForEachChild(*elem, [&](TiXmlElement& child) {
+    if (child.ValueStr() == std::get<2>(CMarkDataEdit::Fields()).Tag)
+      SetChunkEditMarkElemParam(mark, &child);
+    else
+      ReadXmlField(child, child.ValueStr(), CMarkDataEdit::Fields(), *mark);
+  });
+}
+
+void CMarkDataTextConverter::SetChunkEditMarkElemParam(CAbstractChunkEdit* edit,
+                                                       TiXmlElement* elem) {
+  auto* mark = class_cast<CMarkDataEdit>(edit);
+  if (mark != nullptr && elem != nullptr)
+    TakeXmlField(*elem, *mark, std::get<2>(CMarkDataEdit::Fields()));
+}
 
 }  // namespace qenzor

@@ -12,13 +12,14 @@ class CMarkDataTextConverter;
 
 /// Data: RectMin (x, y), RectMax (x, y) (i16 each), count (u16), the mark elements.
 template <class Form>
-struct QENZOR_EXPORT MarkDataData {
+struct QENZOR_EXPORT MarkDataFields {
+  // The extent, in the mark's own coordinate space; not checked against the elements.
   CPoint RectMin;
   CPoint RectMax;
   typename Form::template RecordArray<CMarkElem> MarkElem;
 
   static constexpr auto Fields() {
-    using D = MarkDataData;
+    using D = MarkDataFields;
     return std::tuple{field("RectMin", &D::RectMin), field("RectMax", &D::RectMax),
                       array("MarkElem", &D::MarkElem)};
   }
@@ -26,7 +27,7 @@ struct QENZOR_EXPORT MarkDataData {
 
 /// A mark: a small vector symbol.
 class QENZOR_EXPORT CMarkData
-    : public CChunkOf<CMarkData, CAbstractChunk, MarkDataData<ChunkForm>> {
+    : public CChunkOf<CMarkData, CAbstractChunk, MarkDataFields<ChunkForm>> {
  public:
   static constexpr std::uint32_t kChunkId = 11;
   static constexpr std::string_view kTag = "MarkData";
@@ -34,13 +35,17 @@ class QENZOR_EXPORT CMarkData
   using ConverterClass = CMarkDataTextConverter;
 };
 
-class QENZOR_EXPORT CMarkDataEdit
-    : public CEditOf<CMarkDataEdit, CMarkData, CAbstractChunkEdit, MarkDataData<EditForm>> {};
+class QENZOR_EXPORT CMarkDataEdit : public CEditOf<CMarkData> {};
 
-class QENZOR_EXPORT CMarkDataTextConverter : public CConverterOf<CMarkData, CMarkDataEdit> {};
+class QENZOR_EXPORT CMarkDataTextConverter : public CConverterOf<CMarkData> {
+ public:
+  void SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) override;
 
-extern template class CChunkOf<CMarkData, CAbstractChunk, MarkDataData<ChunkForm>>;
-extern template class CEditOf<CMarkDataEdit, CMarkData, CAbstractChunkEdit, MarkDataData<EditForm>>;
-extern template class CConverterOf<CMarkData, CMarkDataEdit>;
+ protected:
+  /// Appends a mark element, zero but for what the "MarkElem" element holds.
+  void SetChunkEditMarkElemParam(CAbstractChunkEdit* edit, TiXmlElement* elem);
+};
+
+extern template class CChunkOf<CMarkData, CAbstractChunk, MarkDataFields<ChunkForm>>;
 
 }  // namespace qenzor

@@ -1,5 +1,6 @@
 #include "qenzor/zor/mark_elem.h"
 
+#include "qenzor/core/equal_impl.h"
 #include "qenzor/edit/field_edit_impl.h"
 
 namespace qenzor {
@@ -29,6 +30,10 @@ void CMarkElem::DeepCopy(const CMarkElem& source) {
   if (this != &source) CopyFields(Fields(), source, *this);
 }
 
+bool operator==(const CMarkElem& a, const CMarkElem& b) {
+  return EqualFields(CMarkElem::Fields(), a, b);
+}
+
 CMarkElemEdit::CMarkElemEdit() = default;
 CMarkElemEdit::~CMarkElemEdit() = default;
 
@@ -48,6 +53,10 @@ void CMarkElemEdit::MarkElemToEditData(const CMarkElem& elem) {
 
 void CMarkElemEdit::EditDataToMarkElem(CMarkElem& elem) const {
   ConvertToChunk(Fields(), *this, CMarkElem::Fields(), elem);
+}
+
+bool operator==(const CMarkElemEdit& a, const CMarkElemEdit& b) {
+  return EqualFields(CMarkElemEdit::Fields(), a, b);
 }
 
 void CMarkElemEdit::Release() { ReleaseFields(Fields(), *this); }

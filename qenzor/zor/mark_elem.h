@@ -12,14 +12,18 @@ class CMarkElemEdit;
 /// Bytes: ElemKind (i16), LineWidth (i16), Color (u32), point count (u16), points (x and y, i16
 /// each); 10 + 4 * count bytes.
 template <class Form>
-struct QENZOR_EXPORT MarkElemData {
+struct QENZOR_EXPORT MarkElemFields {
+  /// Kept, not interpreted.
   std::int16_t ElemKind = 0;
+  /// Its unit is not interpreted.
   std::int16_t LineWidth = 0;
+  /// 0xAARRGGBB.
   std::uint32_t Color = 0;
+  /// In the mark's own coordinate space.
   typename Form::template Array<CPoint> Pt;
 
   static constexpr auto Fields() {
-    using D = MarkElemData;
+    using D = MarkElemFields;
     return std::tuple{field("ElemKind", &D::ElemKind), field("LineWidth", &D::LineWidth),
                       color("Color", &D::Color), array("Pt", &D::Pt)};
   }
@@ -27,7 +31,7 @@ struct QENZOR_EXPORT MarkElemData {
 
 /// One element of a mark: a polyline or polygon with its width and colour. A record of the mark's
 /// own bytes, not a chunk.
-class QENZOR_EXPORT CMarkElem : public MarkElemData<ChunkForm> {
+class QENZOR_EXPORT CMarkElem : public MarkElemFields<ChunkForm> {
  public:
   using EditClass = CMarkElemEdit;
 
@@ -42,8 +46,11 @@ class QENZOR_EXPORT CMarkElem : public MarkElemData<ChunkForm> {
   void DeepCopy(const CMarkElem& source);
 };
 
+/// Whether two records hold the same.
+QENZOR_EXPORT bool operator==(const CMarkElem& a, const CMarkElem& b);
+
 /// The editable form of a mark element.
-class QENZOR_EXPORT CMarkElemEdit : public MarkElemData<EditForm> {
+class QENZOR_EXPORT CMarkElemEdit : public MarkElemFields<EditForm> {
  public:
   CMarkElemEdit();
   virtual ~CMarkElemEdit();
@@ -62,5 +69,7 @@ class QENZOR_EXPORT CMarkElemEdit : public MarkElemData<EditForm> {
   /// Empties the point list.
   void Release();
 };
+
+QENZOR_EXPORT bool operator==(const CMarkElemEdit& a, const CMarkElemEdit& b);
 
 }  // namespace qenzor

@@ -8,25 +8,28 @@ class CPolySolidBrushDrawInfoEdit;
 class CPolySolidBrushDrawInfoTextConverter;
 
 /// One range of scales, 8 bytes.
-struct QENZOR_EXPORT PolySolidBrushDrawScData {
+struct QENZOR_EXPORT PolySolidBrushDrawScale {
+  // The denominators of the range, the N of 1:N.
   std::uint32_t DenomMax = 0;
   std::uint32_t DenomMin = 0;
 
   static constexpr auto Fields() {
-    using D = PolySolidBrushDrawScData;
+    using D = PolySolidBrushDrawScale;
     return std::tuple{field("DenomMax", &D::DenomMax), field("DenomMin", &D::DenomMin)};
   }
 
-  bool operator==(const PolySolidBrushDrawScData&) const = default;
+  bool operator==(const PolySolidBrushDrawScale&) const = default;
 };
+using PolySolidBrushDrawScData = PolySolidBrushDrawScale;
 
 /// The fields that hold at every scale.
 template <class Form>
-struct QENZOR_EXPORT PolySolidBrushDrawComData {
+struct QENZOR_EXPORT PolySolidBrushDrawCommon {
+  /// 0xAARRGGBB.
   std::uint32_t Color = 0;
 
   static constexpr auto Fields() {
-    using D = PolySolidBrushDrawComData;
+    using D = PolySolidBrushDrawCommon;
     return std::tuple{color("Color", &D::Color)};
   }
 };
@@ -34,8 +37,8 @@ struct QENZOR_EXPORT PolySolidBrushDrawComData {
 /// How polygons are filled with one colour.
 /// Data: Color (u32), count (u16), records; 6 + 8 * count bytes.
 class QENZOR_EXPORT CPolySolidBrushDrawInfo
-    : public CDrawInfoOf<CPolySolidBrushDrawInfo, PolySolidBrushDrawComData,
-                         PolySolidBrushDrawScData> {
+    : public CDrawInfoOf<CPolySolidBrushDrawInfo, PolySolidBrushDrawCommon,
+                         PolySolidBrushDrawScale> {
  public:
   static constexpr std::uint32_t kChunkId = 12;
   static constexpr std::string_view kTag = "PolySolidBrushDrawInfo";
@@ -43,20 +46,13 @@ class QENZOR_EXPORT CPolySolidBrushDrawInfo
   using ConverterClass = CPolySolidBrushDrawInfoTextConverter;
 };
 
-class QENZOR_EXPORT CPolySolidBrushDrawInfoEdit
-    : public CDrawInfoEditOf<CPolySolidBrushDrawInfoEdit, CPolySolidBrushDrawInfo,
-                             PolySolidBrushDrawComData, PolySolidBrushDrawScData> {};
+class QENZOR_EXPORT CPolySolidBrushDrawInfoEdit : public CEditOf<CPolySolidBrushDrawInfo> {};
 
 class QENZOR_EXPORT CPolySolidBrushDrawInfoTextConverter
-    : public CDrawInfoConverterOf<CPolySolidBrushDrawInfo, CPolySolidBrushDrawInfoEdit> {};
+    : public CDrawInfoConverterOf<CPolySolidBrushDrawInfo> {};
 
 extern template class CChunkOf<
     CPolySolidBrushDrawInfo, CAbstractDrawInfo,
-    DrawInfoData<PolySolidBrushDrawComData, PolySolidBrushDrawScData, ChunkForm>>;
-extern template class CEditOf<
-    CPolySolidBrushDrawInfoEdit, CPolySolidBrushDrawInfo, CAbstractDrawInfoEdit,
-    DrawInfoData<PolySolidBrushDrawComData, PolySolidBrushDrawScData, EditForm>>;
-extern template class CConverterOf<CPolySolidBrushDrawInfo, CPolySolidBrushDrawInfoEdit>;
-extern template class CDrawInfoConverterOf<CPolySolidBrushDrawInfo, CPolySolidBrushDrawInfoEdit>;
+    DrawInfoFields<PolySolidBrushDrawCommon, PolySolidBrushDrawScale, ChunkForm>>;
 
 }  // namespace qenzor

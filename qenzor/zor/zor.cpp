@@ -1,6 +1,7 @@
 #include "qenzor/zor/zor.h"
 
 #include "qenzor/core/document_impl.h"
+#include "qenzor/core/equal_impl.h"
 #include "qenzor/platform/bulk_phase_impl.h"
 #include "qenzor/text/document_text_impl.h"
 
@@ -22,7 +23,7 @@ void CZor::DeepCopy(CZor* source) {
   const CBulkPhase phase;
   if (source == this) return;
   Release();
-  CopyInfo<ZorFileInfo>(*source, *this);
+  static_cast<ZorFileInfo&>(*this) = *source;
   DrawData.DeepCopy(&source->DrawData);
 }
 
@@ -73,7 +74,7 @@ CZorEdit::~CZorEdit() = default;
 CZor* CZorEdit::EditDataToZorData() try {
   const CBulkPhase phase;
   auto doc = std::make_unique<CZor>();
-  CopyInfo<ZorFileInfo>(*this, *doc);
+  static_cast<ZorFileInfo&>(*doc) = *this;
   const auto draw_data = ChunkOfEdit<CZorDrawData>(&DrawData);
   doc->DrawData.DeepCopy(draw_data.get());
   return doc.release();
@@ -84,7 +85,7 @@ CZor* CZorEdit::EditDataToZorData() try {
 void CZorEdit::ZorDataToEditData(CZor* doc) {
   const CBulkPhase phase;
   DrawData.Release();
-  CopyInfo<ZorFileInfo>(*doc, *this);
+  static_cast<ZorFileInfo&>(*this) = *doc;
   DrawData.ChunkDataToEditData(&doc->DrawData);
 }
 
@@ -98,6 +99,31 @@ bool CZorEdit::SetSubChunkEdit(CAbstractChunkEdit* sub) {
   DrawData.DrawInfoSet = draw_data->DrawInfoSet;
   DrawData.MarkDataSet = draw_data->MarkDataSet;
   return true;
+}
+
+namespace {
+
+template <class Document>
+bool EqualDocuments(const Document& a, const Document& b) {
+  return static_cast<const ZorFileInfo&>(a) == static_cast<const ZorFileInfo&>(b) &&
+         a.DrawData == b.DrawData;
+}
+
+}  // namespace
+
+bool operator==(const CZor& a, const CZor& b) { return EqualDocuments(a, b); }
+bool operator==(const CZorEdit& a, const CZorEdit& b) { return EqualDocuments(a, b); }
+
+std::unique_ptr<CZorEdit> ToEdit(const CZor& document) try {
+  auto edit = std::make_unique<CZorEdit>();
+  edit->ZorDataToEditData(const_cast<CZor*>(&document));
+  return edit;
+} catch (const std::bad_alloc&) {
+  return nullptr;
+}
+
+std::unique_ptr<CZor> ToDocument(const CZorEdit& edit) {
+  return std::unique_ptr<CZor>(const_cast<CZorEdit&>(edit).EditDataToZorData());
 }
 
 CZorTextConverter::CZorTextConverter() = default;

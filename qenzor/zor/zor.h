@@ -1,6 +1,9 @@
 #pragma once
 
+#include <memory>
+
 #include "qenzor/core/file_info.h"
+#include "qenzor/edit/convert.h"
 #include "qenzor/platform/file.h"
 #include "qenzor/zor/draw_data.h"
 
@@ -10,6 +13,15 @@ namespace qenzor {
 
 /// The front of a draw-data file, 19 bytes.
 using ZorFileInfo = FileInfo;
+
+/// What new draw data start from: a well-formed front, version 1.0.
+inline ZorFileInfo DefaultZorFileInfo() {
+  ZorFileInfo info;
+  info.SetIdent("ZORDRW");
+  info.Magic = ZorFileInfo::kMagic;
+  info.MajorVer = 1;
+  return info;
+}
 
 /// A draw-data document: how a map is drawn. Any number of documents may be used at once, each by
 /// one thread at a time.
@@ -73,6 +85,15 @@ class QENZOR_EXPORT CZorEdit : public ZorFileInfo {
   /// The root chunk's editable form.
   CZorDrawDataEdit DrawData;
 };
+
+/// Whether two documents hold the same.
+QENZOR_EXPORT bool operator==(const CZor& a, const CZor& b);
+QENZOR_EXPORT bool operator==(const CZorEdit& a, const CZorEdit& b);
+
+/// The document in the other form, owned by the caller. The given one is only read. Null when
+/// memory runs out.
+[[nodiscard]] QENZOR_EXPORT std::unique_ptr<CZorEdit> ToEdit(const CZor& document);
+[[nodiscard]] QENZOR_EXPORT std::unique_ptr<CZor> ToDocument(const CZorEdit& edit);
 
 /// Converts whole draw-data documents to XML files and back.
 class QENZOR_EXPORT CZorTextConverter {

@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "qenzor/catalogue.h"
+#include "tests/support/class_names.h"
 
 namespace qenzor::testing {
 
@@ -17,13 +16,5 @@ struct ChunksOf<ClassList<Rows...>> {
 
 /// Every chunk class that has the other two forms, for typed tests.
 using EveryClass = ChunksOf<Catalogue>::Types;
-
-/// Names typed tests after their class.
-struct ClassNames {
-  template <class Chunk>
-  static std::string GetName(int /*index*/) {
-    return std::string(Chunk::kTag);
-  }
-};
 
 }  // namespace qenzor::testing

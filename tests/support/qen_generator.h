@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "qenzor/catalogue.h"
 #include "tests/support/qen_bytes.h"
 
 namespace qenzor::testing {
@@ -28,7 +29,8 @@ class QenGenerator {
   Bytes MapData() { return Chunk(id::kQenMapData, Maybe(&QenGenerator::SegmentSet)); }
 
   Bytes Object() {
-    switch (Number(5)) {
+    const std::uint32_t kind = Number(kKinds);
+    switch (kind) {
       case 0:
         return LineBytes(RandomPoints(), Maybe(&QenGenerator::InfoSet));
       case 1:
@@ -39,8 +41,10 @@ class QenGenerator {
       case 3:
         return RasLLBytes({Coordinate(), Coordinate(), Coordinate(), Coordinate()},
                           Maybe(&QenGenerator::InfoSet));
-      default:
+      case 4:
         return RasMMBytes({Coordinate(), Coordinate()}, Maybe(&QenGenerator::InfoSet));
+      default:
+        return OtherObject(kind - kKnownKinds);
     }
   }
 
@@ -51,6 +55,51 @@ class QenGenerator {
 
  private:
   using Maker = Bytes (QenGenerator::*)();
+
+  /// Object classes that are made above, byte by byte, and those that have been added since, which
+  /// are made from their field lists.
+  static constexpr std::uint32_t kKnownKinds = 5;
+  template <class Row>
+  static constexpr bool kIsObject = std::is_base_of_v<CAbstractObj, typename Row::Chunk>;
+  template <class Row>
+  static constexpr bool kIsOther = kIsObject<Row>&& Row::kChunkId != id::kLineObj&& Row::kChunkId !=
+                                   id::kPolyObj&& Row::kChunkId != id::kCmbLblObj&& Row::kChunkId !=
+                                   id::kRasLLObj&& Row::kChunkId != id::kRasMMObj;
+  static constexpr std::uint32_t kKinds = WithAllClasses(
+      []<class... Rows>() { return kKnownKinds + (std::uint32_t{kIsOther<Rows>} + ...); });
+
+  Bytes OtherObject(std::uint32_t at) {
+    Bytes object;
+    ForEachClass([&]<class Row>(Row) {
+      if constexpr (kIsOther<Row>)
+        if (at-- == 0) object = Chunk(Row::kChunkId, FieldBytes(Row::Chunk::DataType::Fields()));
+    });
+    return object;
+  }
+  template <class Fields>
+  Bytes FieldBytes(const Fields& fields) {
+    Bytes data;
+    ForEachField(fields, [&](const auto& f) { AddField(data, f); });
+    return data.Add(Maybe(&QenGenerator::InfoSet));
+  }
+  template <class O, class V, class C>
+  void AddField(Bytes& data, const Field<O, V, C>& /*f*/) {
+    if constexpr (std::is_floating_point_v<V>)
+      data.F32(Float());
+    else
+      for (std::uint32_t i = 0; i < C::template kSize<V>; ++i) data.U8(Number(256));
+  }
+  template <class O, class V>
+  void AddField(Bytes& data, const TextField<O, V>& /*f*/) {
+    data.Text(Text());
+  }
+  template <class O, class Array>
+  void AddField(Bytes& data, const ArrayField<O, Array>& /*f*/) {
+    using Element = typename Array::value_type;
+    const std::uint32_t count = Number(6);
+    data.Add(sizeof(typename Array::count_type) == 2 ? Bytes().U16(count) : Bytes().U32(count));
+    for (std::uint32_t i = 0; i < count * PackedSize<Element>(); ++i) data.U8(Number(256));
+  }
 
   std::uint32_t Any() { return static_cast<std::uint32_t>(m_random()); }
   std::int32_t Coordinate() { return static_cast<std::int16_t>(Number(65536)); }

@@ -107,7 +107,7 @@ class ZorGenerator {
           Any(info.LineCode, info.Color);
           info.Aspect = Float();
           Some(info.ScData, 4, [&] {
-            LineDrawScData record;
+            LineDrawScale record;
             Any(record.DenomMax, record.DenomMin, record.DenomMaxWidth, record.Extension);
             record.Sensitivity = Float();
             return record;
@@ -116,18 +116,18 @@ class ZorGenerator {
       case 1:
         return Filled<CPolySolidBrushDrawInfoEdit>([&](auto& info) {
           Any(info.Color);
-          Some(info.ScData, 4, [&] { return Range<PolySolidBrushDrawScData>(); });
+          Some(info.ScData, 4, [&] { return Range<PolySolidBrushDrawScale>(); });
         });
       case 2:
         return Filled<CPolyBmpBrushDrawInfoEdit>([&](auto& info) {
           info.BrushFileName = Name(31);
-          Some(info.ScData, 4, [&] { return Range<PolyBmpBrushDrawScData>(); });
+          Some(info.ScData, 4, [&] { return Range<PolyBmpBrushDrawScale>(); });
         });
       case 3:
         return Filled<CPolyShadowDrawInfoEdit>([&](auto& info) {
           Any(info.ShadowColor);
           Some(info.ScData, 4, [&] {
-            auto record = Range<PolyShadowDrawScData>();
+            auto record = Range<PolyShadowDrawScale>();
             record.DenomMaxOffset = {Coordinate(), Coordinate()};
             record.Sensitivity = Float();
             return record;
@@ -140,7 +140,7 @@ class ZorGenerator {
           info.RasFileName = Name(200);
           Any(info.ColorKey);
           Some(info.ScData, 4, [&] {
-            auto record = Range<RasLLDrawScData>();
+            auto record = Range<RasLLDrawScale>();
             Any(record.Alpha);
             return record;
           });
@@ -150,7 +150,7 @@ class ZorGenerator {
           info.RasFileName = Name(200);
           Any(info.ColorKey);
           Some(info.ScData, 4, [&] {
-            auto record = Range<RasMMDrawScData>();
+            auto record = Range<RasMMDrawScale>();
             Any(record.DenomMaxRasWidth);
             record.Sensitivity = Float();
             return record;
@@ -177,7 +177,7 @@ class ZorGenerator {
       Any(info.CtrlFlgs, info.MarkDataIdx, info.FontId, info.FontCtrl, info.FrameCtrl);
       Any(info.FontColor, info.FrameColor, info.ShadowColor);
       Some(info.ScData, 4, [&] {
-        auto record = Range<CmbLblDrawScData>();
+        auto record = Range<CmbLblDrawScale>();
         Any(record.DenomMaxFontSize, record.DenomMaxFrameMgn, record.DenomMaxFrameWidth,
             record.DenomMaxShadowOffset);
         record.DenomMaxMarkScale = Float();

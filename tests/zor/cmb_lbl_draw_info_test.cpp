@@ -51,7 +51,7 @@ TEST(CmbLblDrawInfo, ReadsAndWritesEveryField) {
     EXPECT_EQ(info->FrameColor, 0x05060708U);
     EXPECT_EQ(info->ShadowColor, 0x80FF0000U);
     ASSERT_EQ(info->ScData.size(), 1);
-    EXPECT_EQ(info->ScData[0], (CmbLblDrawScData{50000, 10, 1.5F, 11, 12, 65535, -3, -0.5F}));
+    EXPECT_EQ(info->ScData[0], (CmbLblDrawScale{50000, 10, 1.5F, 11, 12, 65535, -3, -0.5F}));
     EXPECT_EQ(Written(*info), bytes);
   }
 }
@@ -120,7 +120,7 @@ TEST(CmbLblDrawInfo, TheEditTakesOverEveryField) {
   EXPECT_EQ(edit.FontColor, 0x01020304U);
   EXPECT_EQ(edit.FrameColor, 0x05060708U);
   EXPECT_EQ(edit.ShadowColor, 0x80FF0000U);
-  EXPECT_EQ(edit.ScData, (CList<CmbLblDrawScData>{{50000, 10, 1.5F, 11, 12, 65535, -3, -0.5F}}));
+  EXPECT_EQ(edit.ScData, (CList<CmbLblDrawScale>{{50000, 10, 1.5F, 11, 12, 65535, -3, -0.5F}}));
   edit.ScData[0].DenomMaxShadowOffset = 4;
   EXPECT_EQ(Written(*ToChunk<CCmbLblDrawInfo>(edit)), LabelInfoBytes(4));
 }
@@ -158,7 +158,7 @@ std::unique_ptr<CCmbLblDrawInfoEdit> FromCom(const std::string& content) {
 }
 
 /// The record that an element with this content gives.
-CmbLblDrawScData RecordFrom(const std::string& content) {
+CmbLblDrawScale RecordFrom(const std::string& content) {
   return DrawInfoFrom<CCmbLblDrawInfo>("<ScData>" + content + "</ScData>")->ScData.at(0);
 }
 
@@ -218,7 +218,7 @@ TEST(CmbLblDrawInfoText, FloatTextsOfMoreThan63CharactersAreSkipped) {
 }
 
 TEST(CmbLblDrawInfoText, ARecordWithOneFieldIsZeroElsewhere) {
-  EXPECT_EQ(RecordFrom("<DenomMax>9</DenomMax>"), (CmbLblDrawScData{9, 0, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(RecordFrom("<DenomMax>9</DenomMax>"), (CmbLblDrawScale{9, 0, 0, 0, 0, 0, 0, 0}));
 }
 
 }  // namespace

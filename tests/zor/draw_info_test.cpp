@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/chunk_io.h"
-#include "tests/support/every_class.h"
+#include "tests/support/class_names.h"
 #include "tests/support/faulty_file.h"
 #include "tests/support/zor_draw_infos.h"
 #include "tests/support/zor_xml.h"

@@ -36,7 +36,7 @@ TEST(LineDrawInfo, ReadsAndWritesEveryField) {
     EXPECT_EQ(info->Color, 0x80FF0000);
     EXPECT_EQ(info->Aspect, 1.5F);
     ASSERT_EQ(info->ScData.size(), 1);
-    EXPECT_EQ(info->ScData[0], (LineDrawScData{1000000, 10000, 65535, -0.5F, 0x1234}));
+    EXPECT_EQ(info->ScData[0], (LineDrawScale{1000000, 10000, 65535, -0.5F, 0x1234}));
     EXPECT_EQ(Written(*info), bytes);
   }
 }
@@ -91,7 +91,7 @@ TEST(LineDrawInfo, TheEditTakesOverEveryField) {
   EXPECT_EQ(edit.LineCode, 1);
   EXPECT_EQ(edit.Color, 2U);
   EXPECT_EQ(edit.Aspect, 3.0F);
-  EXPECT_EQ(edit.ScData, (CList<LineDrawScData>{{4, 5, 6, 7, 8}}));
+  EXPECT_EQ(edit.ScData, (CList<LineDrawScale>{{4, 5, 6, 7, 8}}));
   edit.LineCode = 9;
   edit.Color = 10;
   edit.Aspect = 11;
@@ -140,9 +140,9 @@ std::unique_ptr<CLineDrawInfoEdit> FromCom(const std::string& content) {
 }
 
 /// The record that an element with this content gives.
-LineDrawScData RecordFrom(const std::string& content) {
+LineDrawScale RecordFrom(const std::string& content) {
   const auto edit = DrawInfoFrom<CLineDrawInfo>("<ScData>" + content + "</ScData>");
-  return edit->ScData.size() == 1 ? edit->ScData[0] : LineDrawScData{99, 99, 99, 99, 99};
+  return edit->ScData.size() == 1 ? edit->ScData[0] : LineDrawScale{99, 99, 99, 99, 99};
 }
 
 TEST(LineDrawInfoText, ReadsEveryFieldInAnyOrder) {
@@ -154,7 +154,7 @@ TEST(LineDrawInfoText, ReadsEveryFieldInAnyOrder) {
   EXPECT_EQ(RecordFrom("<Extension>5</Extension><Sensitivity>4.5</Sensitivity>"
                        "<DenomMaxWidth>3</DenomMaxWidth><DenomMin>2</DenomMin>"
                        "<DenomMax>1</DenomMax>"),
-            (LineDrawScData{1, 2, 3, 4.5F, 5}));
+            (LineDrawScale{1, 2, 3, 4.5F, 5}));
 }
 
 TEST(LineDrawInfoText, TheLaterCommonElementWinsFieldByField) {
@@ -178,7 +178,7 @@ TEST(LineDrawInfoText, TextWithoutDigitsIsZero) {
   EXPECT_EQ(FromCom("<LineCode>5</LineCode><LineCode>words</LineCode>")->LineCode, 0);
   EXPECT_EQ(FromCom("<LineCode>5</LineCode><LineCode/>")->LineCode, 0);
   EXPECT_EQ(FromCom("<LineCode>5</LineCode><LineCode>0x10</LineCode>")->LineCode, 0);
-  EXPECT_EQ(RecordFrom("<DenomMaxWidth/><Extension></Extension>"), LineDrawScData{});
+  EXPECT_EQ(RecordFrom("<DenomMaxWidth/><Extension></Extension>"), LineDrawScale{});
 }
 
 TEST(LineDrawInfoText, MissingColourAttributesAreZeroAndAllAreCutToAByte) {
@@ -214,7 +214,7 @@ TEST(LineDrawInfoText, FieldsInTheOtherElementAreSkipped) {
   const auto edit = DrawInfoFrom<CLineDrawInfo>(
       "<ComData><DenomMax>1</DenomMax></ComData><ScData><LineCode>2</LineCode></ScData>");
   EXPECT_EQ(edit->LineCode, 0);
-  EXPECT_EQ(edit->ScData, CList<LineDrawScData>{LineDrawScData{}});
+  EXPECT_EQ(edit->ScData, CList<LineDrawScale>{LineDrawScale{}});
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ void ExpectName(const Bytes& bytes, const CStringW& name, const Bytes& written) 
     ASSERT_NE(info, nullptr);
     EXPECT_EQ(info->BrushFileName, name);
     ASSERT_EQ(info->ScData.size(), 1);
-    EXPECT_EQ(info->ScData[0], (PolyBmpBrushDrawScData{50000, 10}));
+    EXPECT_EQ(info->ScData[0], (PolyBmpBrushDrawScale{50000, 10}));
     EXPECT_EQ(Written(*info), written);
   }
 }
@@ -90,7 +90,7 @@ TEST(PolyBmpBrushDrawInfo, TheEditHoldsTheNameInTheCodePage) {
   EXPECT_EQ(edit.BrushFileName, "");
   edit.ChunkDataToEditData(info.get());
   EXPECT_EQ(edit.BrushFileName, "\x92\x6E\xB1?");
-  EXPECT_EQ(edit.ScData, (CList<PolyBmpBrushDrawScData>{{50000, 10}}));
+  EXPECT_EQ(edit.ScData, (CList<PolyBmpBrushDrawScale>{{50000, 10}}));
   EXPECT_EQ(Written(*ToChunk<CPolyBmpBrushDrawInfo>(edit)), BrushBytes(u"\u5730\uFF71?"));
   edit.BrushFileName = "\x95\x5C.bmp";
   EXPECT_EQ(ToChunk<CPolyBmpBrushDrawInfo>(edit)->BrushFileName, u"\u8868.bmp");

@@ -24,7 +24,7 @@ TEST(PolyShadowDrawInfo, ReadsAndWritesEveryField) {
     ASSERT_NE(info, nullptr);
     EXPECT_EQ(info->ShadowColor, 0x01020304U);
     ASSERT_EQ(info->ScData.size(), 1);
-    EXPECT_EQ(info->ScData[0], (PolyShadowDrawScData{1000000, 10000, {-3, 5}, -0.5F}));
+    EXPECT_EQ(info->ScData[0], (PolyShadowDrawScale{1000000, 10000, {-3, 5}, -0.5F}));
     EXPECT_EQ(Written(*info), bytes);
   }
 }
@@ -54,7 +54,7 @@ TEST(PolyShadowDrawInfo, TheEditTakesOverEveryField) {
   EXPECT_EQ(edit.ShadowColor, 0U);
   edit.ChunkDataToEditData(info.get());
   EXPECT_EQ(edit.ShadowColor, 0x80FF0001U);
-  EXPECT_EQ(edit.ScData, (CList<PolyShadowDrawScData>{{50000, 10, {-3, 5}, 0.5F}}));
+  EXPECT_EQ(edit.ScData, (CList<PolyShadowDrawScale>{{50000, 10, {-3, 5}, 0.5F}}));
   edit.ScData[0].DenomMaxOffset = {7, -8};
   EXPECT_EQ(Written(*ToChunk<CPolyShadowDrawInfo>(edit)), ShadowBytes(7, -8));
 }
@@ -82,7 +82,7 @@ TEST(PolyShadowDrawInfoText, OnlyItsOwnColourIsTaken) {
 }
 
 /// The record that an element with this content gives.
-PolyShadowDrawScData RecordFrom(const std::string& content) {
+PolyShadowDrawScale RecordFrom(const std::string& content) {
   return DrawInfoFrom<CPolyShadowDrawInfo>("<ScData>" + content + "</ScData>")->ScData.at(0);
 }
 

@@ -19,8 +19,8 @@ TEST(PolySolidBrushDrawInfo, ReadsAndWritesEveryField) {
     ASSERT_NE(info, nullptr);
     EXPECT_EQ(info->Color, 0x01020304U);
     ASSERT_EQ(info->ScData.size(), 2);
-    EXPECT_EQ(info->ScData[0], (PolySolidBrushDrawScData{1000000, 10000}));
-    EXPECT_EQ(info->ScData[1], (PolySolidBrushDrawScData{5, 4294967295U}));
+    EXPECT_EQ(info->ScData[0], (PolySolidBrushDrawScale{1000000, 10000}));
+    EXPECT_EQ(info->ScData[1], (PolySolidBrushDrawScale{5, 4294967295U}));
     EXPECT_EQ(Written(*info), bytes);
   }
 }
@@ -42,7 +42,7 @@ TEST(PolySolidBrushDrawInfo, TheEditTakesOverEveryField) {
   EXPECT_EQ(edit.Color, 0U);
   edit.ChunkDataToEditData(info.get());
   EXPECT_EQ(edit.Color, 0x11223344U);
-  EXPECT_EQ(edit.ScData, (CList<PolySolidBrushDrawScData>{{50000, 10}}));
+  EXPECT_EQ(edit.ScData, (CList<PolySolidBrushDrawScale>{{50000, 10}}));
   edit.Color = 5;
   edit.ScData.clear();
   EXPECT_EQ(Written(*ToChunk<CPolySolidBrushDrawInfo>(edit)), Chunk(12, Bytes().U32(5).U16(0)));

@@ -22,8 +22,8 @@ TEST(RasLLDrawInfo, ReadsAndWritesEveryField) {
     EXPECT_EQ(info->RasFileName, u"a");
     EXPECT_EQ(info->ColorKey, 0x01020304U);
     ASSERT_EQ(info->ScData.size(), 2);
-    EXPECT_EQ(info->ScData[0], (RasLLDrawScData{1000000, 10000, 255}));
-    EXPECT_EQ(info->ScData[1], (RasLLDrawScData{4294967295U, 5, 128}));
+    EXPECT_EQ(info->ScData[0], (RasLLDrawScale{1000000, 10000, 255}));
+    EXPECT_EQ(info->ScData[1], (RasLLDrawScale{4294967295U, 5, 128}));
     EXPECT_EQ(Written(*info), bytes);
   }
 }

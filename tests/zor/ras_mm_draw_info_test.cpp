@@ -22,7 +22,7 @@ TEST(RasMMDrawInfo, ReadsAndWritesEveryField) {
     EXPECT_EQ(info->RasFileName, u"a");
     EXPECT_EQ(info->ColorKey, 0x01020304U);
     ASSERT_EQ(info->ScData.size(), 1);
-    EXPECT_EQ(info->ScData[0], (RasMMDrawScData{1000000, 10000, 65534, -0.5F}));
+    EXPECT_EQ(info->ScData[0], (RasMMDrawScale{1000000, 10000, 65534, -0.5F}));
     EXPECT_EQ(Written(*info), bytes);
   }
 }
@@ -70,14 +70,14 @@ TEST(RasMMDrawInfoText, WritesARecordInOrder) {
 }
 
 /// The record that an element with this content gives.
-RasMMDrawScData RecordFrom(const std::string& content) {
+RasMMDrawScale RecordFrom(const std::string& content) {
   return DrawInfoFrom<CRasMMDrawInfo>("<ScData>" + content + "</ScData>")->ScData.at(0);
 }
 
 TEST(RasMMDrawInfoText, AWidthIsKeptWithSixteenBits) {
   EXPECT_EQ(RecordFrom("<DenomMaxRasWidth>65538</DenomMaxRasWidth>").DenomMaxRasWidth, 2);
   EXPECT_EQ(RecordFrom("<DenomMaxRasWidth>-1</DenomMaxRasWidth>").DenomMaxRasWidth, 65535);
-  EXPECT_EQ(RecordFrom("<Alpha>5</Alpha><DenomMaxRasWidth/>"), RasMMDrawScData{});
+  EXPECT_EQ(RecordFrom("<Alpha>5</Alpha><DenomMaxRasWidth/>"), RasMMDrawScale{});
 }
 
 TEST(RasMMDrawInfoText, ASensitivityOfMoreThan63CharactersIsSkipped) {

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <type_traits>
+
+namespace qenzor {
+
+/// What a class may do beyond what its field list says; everything here does nothing. Data that
+/// needs one of these names a struct Hooks, final and derived from this one, which overrides it.
+/// The word override has the compiler find a name that is misspelt, and no call is made through a
+/// table: the hooks are a constant whose class is known.
+template <class Data>
+struct DataHooks {
+  /// The fields have been read from memory, or from a file.
+  virtual void AfterMemoryRead(Data& /*data*/) const {}
+  virtual void AfterFileRead(Data& /*data*/) const {}
+  /// How many bytes a block in memory counts as, in which the fields fill consumed bytes, before of
+  /// them in front of the elements of its array.
+  virtual std::uint32_t MemoryConsumed(std::uint32_t /*before*/, std::uint32_t consumed) const {
+    return consumed;
+  }
+  /// The fields have been copied; this copies what follows from them.
+  virtual void CopyDerived(const Data& /*from*/, Data& /*to*/) const {}
+  /// An edit object is being released: lists and slots are empty, and numbers may start again.
+  virtual void ResetNumber(Data& /*data*/) const {}
+
+  constexpr DataHooks() = default;
+  DataHooks(const DataHooks&) = delete;
+  DataHooks& operator=(const DataHooks&) = delete;
+
+ protected:
+  ~DataHooks() = default;
+};
+
+/// The hooks of data that names none.
+template <class Data>
+struct NoHooks final : DataHooks<Data> {};
+
+template <class Data>
+struct HooksOf {
+  using Type = NoHooks<Data>;
+};
+template <class Data>
+requires requires { typename Data::Hooks; }
+struct HooksOf<Data> {
+  using Type = typename Data::Hooks;
+};
+
+template <class Data>
+inline constexpr typename HooksOf<Data>::Type kHooks{};
+
+template <class Hooks>
+Hooks* DeclarerOf(std::uint32_t (Hooks::*)(std::uint32_t, std::uint32_t) const);
+
+/// Whether the data counts its bytes in memory by a rule of its own.
+template <class Data, class Hooks = typename HooksOf<Data>::Type>
+inline constexpr bool kCountsItself =
+    std::is_same_v<decltype(DeclarerOf(&Hooks::MemoryConsumed)), Hooks*>;
+
+}  // namespace qenzor
