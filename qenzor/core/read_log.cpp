@@ -16,7 +16,7 @@ thread_local CReadLog* t_log = nullptr;
 /// Sets are the only chunks whose sub-chunks have numbers.
 bool IsSet(const CAbstractChunk& chunk) {
   const CRuntimeClass* cls = &chunk.GetRuntimeClass();
-  while (cls != nullptr && !cls->Name.starts_with("CChunkSet")) cls = cls->Base;
+  while (cls != nullptr && !cls->Name.starts_with("ChunkSet")) cls = cls->Base;
   return cls != nullptr;
 }
 
