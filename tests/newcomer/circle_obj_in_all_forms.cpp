@@ -111,9 +111,9 @@ TEST_F(Circle, GoesToXmlAndBack) {
   CQenTextConverter converter;
   ASSERT_TRUE(converter.ConvertChunkToText(file.Path(), m_map, 0));
   EXPECT_NE(file.Text().find("<CircleObj>\r\n"
-                             "\t\t\t\t\t\t\t\t\t\t\t<Center x=\"-3\" y=\"7\" />\r\n"
-                             "\t\t\t\t\t\t\t\t\t\t\t<Radius>500</Radius>\r\n"
-                             "\t\t\t\t\t\t\t\t\t\t\t<Flags>129</Flags>\r\n"),
+                             "\t\t\t\t\t\t\t\t\t\t<Center x=\"-3\" y=\"7\" />\r\n"
+                             "\t\t\t\t\t\t\t\t\t\t<Radius>500</Radius>\r\n"
+                             "\t\t\t\t\t\t\t\t\t\t<Flags>129</Flags>\r\n"),
             std::string::npos)
       << file.Text();
   const std::unique_ptr<CQenEdit> edit(converter.ConvertTextToQenEdit(file.Path()));

@@ -13,7 +13,7 @@ export CCACHE_NOHASHDIR=1 CCACHE_BASEDIR=$copy
 
 rm -rf "$copy"
 mkdir -p "$copy/tests/circle"
-cp -r "$tree"/{CMakeLists.txt,cmake,qenzor,tools} "$copy"
+cp -r "$tree"/{CMakeLists.txt,cmake,qenzor,scripts,tools} "$copy"
 cp -r "$tree"/tests/{CMakeLists.txt,support,consumer} "$copy/tests"
 for file in README.md LICENSE docs; do cp -r "$tree/$file" "$copy"; done
 
