@@ -1,5 +1,7 @@
 #include "qenzor/qen/qen.h"
 
+#include <optional>
+
 #include "qenzor/core/document_impl.h"
 #include "qenzor/core/equal_impl.h"
 #include "qenzor/edit/giving_up_impl.h"
@@ -79,7 +81,9 @@ CQenEdit::CQenEdit() = default;
 CQenEdit::~CQenEdit() = default;
 
 CQen* CQenEdit::EditDataToQenData() try {
-  const CBulkPhase phase;
+  std::optional<CBulkPhase> phase;
+  // What an edit form gives up is for the chunks to use, which slabs would not.
+  if (!CGivingUp::IsUnderWay()) phase.emplace();
   auto doc = std::make_unique<CQen>();
   static_cast<QenFileInfo&>(*doc) = *this;
   doc->MapData = ChunkOfEdit<CQenMapData>(MapData.get());

@@ -120,6 +120,8 @@ void WriteXmlField(CXmlWriter& xml, const T& object, const TextField<O, CStringW
 template <class T, class O, class Array>
 void WriteXmlField(CXmlWriter& xml, const T& object, const ArrayField<O, Array>& f) {
   using Element = typename Array::value_type;
+  if constexpr (requires(const Element& element) { element.x, element.y; })
+    return xml.PointLines(f.Tag, object.*f.Member);
   for (const Element& element : object.*f.Member) {
     if constexpr (HasFields<Element>) {
       xml.OpenTag(f.Tag);

@@ -13,15 +13,26 @@ namespace qenzor {
 
 namespace {
 
-bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-bool IsLetter(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte >= 127;
+/// What a byte is in markup; one look each, for every byte of a text comes by here.
+enum Class : std::uint8_t { kSpace = 1, kNameStart = 2, kName = 4 };
+constexpr auto kClasses = [] {
+  std::array<std::uint8_t, 256> classes{};
+  for (std::uint32_t c = 0; c < classes.size(); ++c) {
+    const bool is_letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c >= 127;
+    const bool is_start = is_letter || c == '_';
+    const bool is_name = is_start || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
+    const bool is_space = c == ' ' || (c >= '\t' && c <= '\r');
+    classes[c] = static_cast<std::uint8_t>((is_space ? kSpace : 0) | (is_start ? kNameStart : 0) |
+                                           (is_name ? kName : 0));
+  }
+  return classes;
+}();
+constexpr bool Is(char c, Class which) {
+  return (kClasses[static_cast<unsigned char>(c)] & which) != 0;
 }
-bool IsNameStart(char c) { return IsLetter(c) || c == '_'; }
-bool IsNameChar(char c) {
-  return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
-}
+constexpr auto IsSpace = [](char c) { return Is(c, kSpace); };
+constexpr auto IsNameStart = [](char c) { return Is(c, kNameStart); };
+constexpr auto IsNameChar = [](char c) { return Is(c, kName); };
 bool IsDigit(char c, bool hex) {
   return (c >= '0' && c <= '9') || (hex && ((c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F')));
 }
@@ -286,8 +297,9 @@ void CXmlScanner::SkipSpace() {
 
 template <class Is>
 void CXmlScanner::SkipWhile(Is is) {
-  m_rest.remove_prefix(static_cast<std::size_t>(std::find_if_not(m_rest.begin(), m_rest.end(), is) -
-                                                m_rest.begin()));
+  std::size_t at = 0;
+  while (at < m_rest.size() && is(m_rest[at])) ++at;
+  m_rest.remove_prefix(at);
 }
 
 /// Behind the mark. When it does not come, what may be its beginning stays.

@@ -32,11 +32,10 @@ char* NormaliseLineEnds(char* from, char* end) {
 
 /// Moves line and column over the text.
 void Advance(std::string_view text, std::uint32_t& line, std::uint32_t& column) {
-  const std::size_t last = text.rfind('\n');
-  if (last != std::string_view::npos) {
-    line += static_cast<std::uint32_t>(std::ranges::count(text, '\n'));
+  for (std::size_t at = text.find('\n'); at != std::string_view::npos; at = text.find('\n')) {
+    ++line;
     column = 1;
-    text.remove_prefix(last + 1);
+    text.remove_prefix(at + 1);
   }
   column += static_cast<std::uint32_t>(text.size());
 }
@@ -47,6 +46,13 @@ void CUtf8Watch::Take(std::string_view text) {
   const auto is_beyond_ascii = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
   auto at = text.begin();
   while (m_is_valid && at != text.end()) {
+    constexpr std::ptrdiff_t kBlock = 32;  // looked at as a whole, which is quick
+    while (m_left == 0 && text.end() - at >= kBlock) {
+      char all = 0;
+      for (std::ptrdiff_t i = 0; i < kBlock; ++i) all = static_cast<char>(all | at[i]);
+      if (is_beyond_ascii(all)) break;
+      at += kBlock;
+    }
     if (m_left == 0) at = std::find_if(at, text.end(), is_beyond_ascii);
     if (at == text.end()) break;
     const auto byte = static_cast<unsigned char>(*at++);
@@ -96,7 +102,8 @@ void CXmlWindow::Take(std::size_t size) {
     end = NormaliseLineEnds(from, end);
   }
   char* const behind = end;
-  end = std::find(from, end, '\0');
+  if (void* nul = std::memchr(from, '\0', static_cast<std::size_t>(end - from)); nul != nullptr)
+    end = static_cast<char*>(nul);
   const bool has_nul = end != behind;
   m_watch.Take({from, static_cast<std::size_t>(end - from)});
   m_end = static_cast<std::size_t>(end - m_text.get());

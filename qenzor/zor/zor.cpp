@@ -1,5 +1,7 @@
 #include "qenzor/zor/zor.h"
 
+#include <optional>
+
 #include "qenzor/core/document_impl.h"
 #include "qenzor/core/equal_impl.h"
 #include "qenzor/edit/giving_up_impl.h"
@@ -74,7 +76,9 @@ CZorEdit::CZorEdit() = default;
 CZorEdit::~CZorEdit() = default;
 
 CZor* CZorEdit::EditDataToZorData() try {
-  const CBulkPhase phase;
+  std::optional<CBulkPhase> phase;
+  // What an edit form gives up is for the chunks to use, which slabs would not.
+  if (!CGivingUp::IsUnderWay()) phase.emplace();
   auto doc = std::make_unique<CZor>();
   static_cast<ZorFileInfo&>(*doc) = *this;
   const auto draw_data = ChunkOfEdit<CZorDrawData>(&DrawData);
