@@ -95,6 +95,7 @@ class CXmlWriter {
     constexpr std::string_view kBack = "\" />\r\n";
     constexpr std::size_t kLongest = kFront + 2 * kMaxIntLength + kMiddle.size() + kBack.size();
     constexpr std::size_t kLines = 256;
+    static_assert(kLines * kLongest <= CStdioFile::kMaxBlock);
     const std::size_t size = m_level + tag.size() + std::string_view("< x=\"").size();
     if (size > kFront) {
       for (const auto& point : points) Point(tag, point.x, point.y);
