@@ -47,7 +47,10 @@ constexpr ClassRow kRow{
     &IsA<typename Chunk::ConverterClass, CAbstractChunkTextConverter>,
     &IsA<typename Chunk::EditClass, CAbstractChunkEdit>,
     &AreEqual<Chunk, CAbstractChunk>,
-    &AreEqual<typename Chunk::EditClass, CAbstractChunkEdit>};
+    &AreEqual<typename Chunk::EditClass, CAbstractChunkEdit>,
+    [](CAbstractChunkEdit& edit, CXmlElement& elem) {
+      Chunk::ConverterClass::FillEdit(static_cast<typename Chunk::EditClass&>(edit), elem);
+    }};
 
 constexpr auto kRows =
     WithAllClasses([]<class... Rows>() { return std::array{kRow<typename Rows::Chunk>...}; });

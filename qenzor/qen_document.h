@@ -5,12 +5,13 @@
 #include "qenzor/core/result.h"
 #include "qenzor/document.h"
 #include "qenzor/qen/qen.h"
+#include "qenzor/qen_xml.h"
 
 namespace qenzor {
 
-// Reading map projects. What is accepted, and what comes of it, is as with CQen::Read, but that a root
-// chunk of another id is refused. A failure tells its kind, the byte, the chunks around it and the
-// reason. Nothing is thrown but what a caller's file throws while it is read.
+// Reading map projects. What is accepted, and what comes of it, is as with CQen::Read, but that a
+// root chunk of another id is refused. A failure tells its kind, the byte, the chunks around it and
+// the reason. Nothing is thrown but what a caller's file throws while it is read.
 
 /// The document in the file at the path.
 QENZOR_EXPORT Result<CQen> ReadQen(const CString& path, const ReadOptions& options = {});

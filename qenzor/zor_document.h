@@ -5,6 +5,7 @@
 #include "qenzor/core/result.h"
 #include "qenzor/document.h"
 #include "qenzor/zor/zor.h"
+#include "qenzor/zor_xml.h"
 
 namespace qenzor {
 

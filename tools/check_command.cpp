@@ -5,7 +5,6 @@
 #include "documents.h"
 #include "finding_printer.h"
 #include "progress.h"
-#include "qenzor/text/xml_file.h"
 
 namespace tool {
 
@@ -116,16 +115,11 @@ class CChecker {
       m_printer.Take({&found, 0, line, column, nullptr, reason});
       counts.Add(found, true);
     };
-    const CXmlPath path(input);
-    if (const auto error = qenzor::FindXmlError(path.Get()); error.has_value()) {
-      report("xml-refused", error->Line, error->Column, error->Reason);
-      return counts;
-    }
     WithKind(kind, [&](auto name) {
       using Kind = decltype(name);
-      const std::unique_ptr<typename Kind::Edit> edit(Kind::FromText(path.Get()));
-      if (edit == nullptr)
-        report("xml-refused", 1, 1, "the root element is not that of the kind");
+      const auto edit = Kind::FromText(input);
+      if (const qenzor::Failure& failure = edit.GetFailure(); !edit)
+        report("xml-refused", failure.Line, failure.Column, failure.Reason);
       else if (const std::string limit = FindUnstorable(*edit); !limit.empty())
         report("xml-unstorable", 0, 0, limit);
     });

@@ -10,6 +10,7 @@ namespace tool {
 struct Options {
   std::string Kind;  ///< "qen", "zor", or empty: found out
   std::string Via = "chunk";
+  std::string Encoding = "shift_jis";  ///< of XML text: "shift_jis", "utf-8" or "auto"
   std::string In;
   std::string Out;
   std::string Map;  ///< a map whose z-ids check compares

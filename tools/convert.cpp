@@ -1,5 +1,8 @@
 // copy, to-xml and from-xml.
 
+#include <cctype>
+#include <iostream>
+
 #include "commands.h"
 #include "documents.h"
 #include "output.h"
@@ -29,6 +32,14 @@ std::unique_ptr<typename Kind::Document> PassThrough(
 template <class Document>
 void WriteDocument(const std::string& path, Document& document) {
   WriteOutput(path, [&](qenzor::CFile& file) { return document.Write(&file); });
+}
+
+qenzor::XmlEncoding EncodingOf(const Options& options) {
+  using qenzor::XmlEncoding;
+  const char first = static_cast<char>(std::tolower(options.Encoding.front()));
+  return first == 'u'   ? XmlEncoding::kUtf8
+         : first == 'a' ? XmlEncoding::kAuto
+                        : XmlEncoding::kShiftJis;
 }
 
 DocumentKind FindBinaryKind(const Input& input, const Options& options) {
@@ -63,10 +74,7 @@ int RunToXml(const Options& options) {
     const auto document = ReadDocument<Kind>(input);
     progress.Stage("writing XML");
     WriteOutput(options.Out, [&](qenzor::CFile& file) {
-      qenzor::CStdioFile text(file);
-      Kind::ToText(text, *document);
-      text.Close();
-      return true;
+      return static_cast<bool>(Kind::ToText(file, *document, EncodingOf(options)));
     });
     return 0;
   });
@@ -76,10 +84,18 @@ int RunFromXml(const Options& options) {
   CProgress progress(options.Quiet);
   progress.Stage("reading XML");
   const Input input = ReadXmlInput(options.In);
-  const CXmlPath path(input);
+  qenzor::XmlReadOptions reading;
+  reading.Encoding = EncodingOf(options);
+  reading.Warn = [&](std::string_view what) {
+    std::cerr << Complaint(input.Name + ": warning: " + std::string(what) + " (see --encoding)");
+  };
+  qenzor::Failure failure;
   const auto convert = [&]<class Kind>(Kind /*kind*/) {
-    const std::unique_ptr<typename Kind::Edit> edit(Kind::FromText(path.Get()));
-    if (edit == nullptr) return false;
+    auto edit = Kind::FromText(input, reading);
+    if (!edit) {
+      failure = edit.GetFailure();
+      return false;
+    }
     progress.Stage("converting");
     const auto document = StoreEdit<Kind>(input, *edit);
     if (!Kind::HasRoot(*document))
@@ -95,8 +111,10 @@ int RunFromXml(const Options& options) {
   const auto asked = FindXmlKind(input, options.Kind);
   const bool zor_first = asked == BinaryKind::kZor;
   if (zor_first ? convert(ZorKind{}) : convert(QenKind{})) return 0;
-  if (options.Kind.empty() && (zor_first ? convert(QenKind{}) : convert(ZorKind{}))) return 0;
-  throw CFailure(input.Name, DescribeXmlError(path.Get()));
+  const bool is_other = failure.Kind == qenzor::FailureKind::kNotSuchDocument;
+  if (is_other && options.Kind.empty() && (zor_first ? convert(QenKind{}) : convert(ZorKind{})))
+    return 0;
+  throw CFailure(input.Name, DescribeXmlError(failure));
 }
 
 }  // namespace tool

@@ -1,10 +1,5 @@
 #include "documents.h"
 
-#include <cerrno>
-#include <system_error>
-
-#include "qenzor/text/xml_file.h"
-
 namespace tool {
 
 namespace {
@@ -36,22 +31,12 @@ std::string DescribeError(const Input& input, BinaryKind kind) {
   return first.GetText().empty() ? "out of memory" : first.GetText();
 }
 
-CXmlPath::CXmlPath(const Input& input) : m_path(input.Path) {
-  if (input.IsRegular) return;
-  m_copy.reset(std::tmpfile());
-  if (m_copy == nullptr ||
-      std::fwrite(input.Bytes.data(), 1, input.Bytes.size(), m_copy.get()) != input.Bytes.size() ||
-      std::fflush(m_copy.get()) != 0)
-    throw CFailure(input.Name, "cannot be copied: " + std::generic_category().message(errno));
-  m_path = "/dev/fd/" + std::to_string(::fileno(m_copy.get()));
-}
-
-std::string DescribeXmlError(const std::string& path) {
-  const auto error = qenzor::FindXmlError(path);
-  if (!error.has_value()) return "line 1: the root element is not that of the document's kind";
-  if (error->Line == 0) return error->Reason;
-  return "line " + std::to_string(error->Line) + ", column " + std::to_string(error->Column) +
-         ": " + error->Reason;
+std::string DescribeXmlError(const qenzor::Failure& failure) {
+  if (failure.Line == 0) return failure.Reason;
+  const std::string line = "line " + std::to_string(failure.Line);
+  if (failure.Kind == qenzor::FailureKind::kNotSuchDocument)
+    return line + ": the root element is not that of the document's kind";
+  return line + ", column " + std::to_string(failure.Column) + ": " + failure.Reason;
 }
 
 }  // namespace tool

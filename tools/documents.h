@@ -3,15 +3,21 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "failure.h"
 #include "input.h"
 #include "qenzor/check/check.h"
-#include "qenzor/qen/qen.h"
-#include "qenzor/zor/zor.h"
+#include "qenzor/qen_xml.h"
+#include "qenzor/zor_xml.h"
 #include "storable.h"
 
 namespace tool {
+
+/// The bytes of an input that is XML.
+inline std::string_view TextOf(const Input& input) {
+  return {reinterpret_cast<const char*>(input.Bytes.data()), input.Bytes.size()};
+}
 
 /// The two kinds of document under the same names.
 struct QenKind {
@@ -21,12 +27,13 @@ struct QenKind {
   using Edit = qenzor::CQenEdit;
 
   static void ToEdit(Document& document, Edit& edit) { edit.QenDataToEditData(&document); }
-  static Document* ToDocument(Edit& edit) { return edit.EditDataToQenData(); }
-  static void ToText(qenzor::CStdioFile& file, Document& document) {
-    qenzor::CQenTextConverter().ConvertChunkToText(file, document, 0);
+  static Document* TakeDocument(Edit& edit) { return edit.TakeQenData(); }
+  static auto ToText(qenzor::CFile& file, Document& document, qenzor::XmlEncoding encoding) {
+    return qenzor::WriteQenXml(file, document, encoding);
   }
-  static Edit* FromText(const std::string& path) {
-    return qenzor::CQenTextConverter().ConvertTextToQenEdit(path);
+  static auto FromText(const Input& input, const qenzor::XmlReadOptions& options = {}) {
+    return input.IsRegular ? qenzor::ReadQenXml(input.Path, options)
+                           : qenzor::ParseQenXml(TextOf(input), options);
   }
   static bool HasRoot(const Document& document) { return document.MapData != nullptr; }
 };
@@ -38,12 +45,13 @@ struct ZorKind {
   using Edit = qenzor::CZorEdit;
 
   static void ToEdit(Document& document, Edit& edit) { edit.ZorDataToEditData(&document); }
-  static Document* ToDocument(Edit& edit) { return edit.EditDataToZorData(); }
-  static void ToText(qenzor::CStdioFile& file, Document& document) {
-    qenzor::CZorTextConverter().ConvertChunkToText(file, document, 0);
+  static Document* TakeDocument(Edit& edit) { return edit.TakeZorData(); }
+  static auto ToText(qenzor::CFile& file, Document& document, qenzor::XmlEncoding encoding) {
+    return qenzor::WriteZorXml(file, document, encoding);
   }
-  static Edit* FromText(const std::string& path) {
-    return qenzor::CZorTextConverter().ConvertTextToZorEdit(path);
+  static auto FromText(const Input& input, const qenzor::XmlReadOptions& options = {}) {
+    return input.IsRegular ? qenzor::ReadZorXml(input.Path, options)
+                           : qenzor::ParseZorXml(TextOf(input), options);
   }
   static bool HasRoot(const Document& /*document*/) { return true; }
 };
@@ -68,35 +76,23 @@ std::unique_ptr<typename Kind::Document> ReadDocument(const Input& input) {
   return document;
 }
 
-/// The path of the input as a file; what can be read only once gets a file without a name.
-class CXmlPath {
- public:
-  explicit CXmlPath(const Input& input);
-
-  const std::string& Get() const { return m_path; }
-
- private:
-  std::string m_path;
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_copy{nullptr, &std::fclose};
-};
-
-/// Why XML does not load, with line and column; for text that loads, that its root is another.
-std::string DescribeXmlError(const std::string& path);
+/// Why XML does not make a document of the kind, with line and column.
+std::string DescribeXmlError(const qenzor::Failure& failure);
 
 template <class Kind>
 std::unique_ptr<typename Kind::Edit> ReadXmlEdit(const Input& input) {
-  const CXmlPath path(input);
-  std::unique_ptr<typename Kind::Edit> edit(Kind::FromText(path.Get()));
-  if (edit == nullptr) throw CFailure(input.Name, DescribeXmlError(path.Get()));
-  return edit;
+  auto edit = Kind::FromText(input);
+  if (!edit) throw CFailure(input.Name, DescribeXmlError(edit.GetFailure()));
+  return edit.Take();
 }
 
-/// The document that an edit form stands for. Throws CFailure for one that cannot be stored.
+/// The document that an edit form stands for, which is given up. Throws CFailure for one that
+/// cannot be stored.
 template <class Kind>
 std::unique_ptr<typename Kind::Document> StoreEdit(const Input& input, typename Kind::Edit& edit) {
   if (const std::string limit = FindUnstorable(edit); !limit.empty())
     throw CFailure(input.Name, limit);
-  std::unique_ptr<typename Kind::Document> document(Kind::ToDocument(edit));
+  std::unique_ptr<typename Kind::Document> document(Kind::TakeDocument(edit));
   if (document == nullptr) throw CFailure(input.Name, "out of memory");
   return document;
 }

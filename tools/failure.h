@@ -1,9 +1,17 @@
 #pragma once
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 
 namespace tool {
+
+/// What the program says on standard error: one line, whatever a file may be called.
+inline std::string Complaint(std::string what) {
+  std::replace_if(
+      what.begin(), what.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, '?');
+  return "qenzor: " + what + '\n';
+}
 
 /// Why a command did not do its work, in one line: the file, what is wrong, where.
 class CFailure : public std::runtime_error {

@@ -1,10 +1,11 @@
 // qenzor: reads, copies, converts and checks map-project and draw-data documents.
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <iostream>
 #include <new>
+#include <set>
 #include <string>
+#include <utility>
 
 #include "commands.h"
 #include "failure.h"
@@ -16,14 +17,7 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-/// One line, whatever a file may be called.
-std::string Complaint(std::string what) {
-  std::replace_if(
-      what.begin(), what.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, '?');
-  return "qenzor: " + what + '\n';
-}
-
-void Complain(const std::string& what) { std::cerr << Complaint(what); }
+void Complain(const std::string& what) { std::cerr << tool::Complaint(what); }
 
 using Command = int (*)(const tool::Options&);
 
@@ -35,6 +29,13 @@ CLI::App* AddCommand(CLI::App& app, tool::Options& options, const char* name, co
       ->check(CLI::IsMember({"qen", "zor"}));
   sub->callback([command, &chosen] { chosen = command; });
   return sub;
+}
+
+void AddEncoding(CLI::App* sub, tool::Options& options, std::set<std::string> names,
+                 const char* what) {
+  sub->add_option("--encoding", options.Encoding, what)
+      ->check(CLI::IsMember(std::move(names), CLI::ignore_case))
+      ->capture_default_str();
 }
 
 void AddInOut(CLI::App* sub, tool::Options& options) {
@@ -52,7 +53,7 @@ int main(int argc, char** argv) try {
   app.set_version_flag("--version", "qenzor " QENZOR_VERSION);
   app.require_subcommand(1);
   app.failure_message([](const CLI::App* /*app*/, const CLI::Error& error) {
-    return Complaint(std::string(error.what()) + " (qenzor --help tells more)");
+    return tool::Complaint(std::string(error.what()) + " (qenzor --help tells more)");
   });
 
   CLI::App* copy = AddCommand(app, options, "copy", "Read a document and write it again",
@@ -61,11 +62,15 @@ int main(int argc, char** argv) try {
       ->check(CLI::IsMember({"chunk", "edit", "clone"}))
       ->capture_default_str();
   AddInOut(copy, options);
-  AddInOut(AddCommand(app, options, "to-xml", "Turn a document into XML", &tool::RunToXml, chosen),
-           options);
-  AddInOut(
-      AddCommand(app, options, "from-xml", "Turn XML into a document", &tool::RunFromXml, chosen),
-      options);
+  CLI::App* to_xml =
+      AddCommand(app, options, "to-xml", "Turn a document into XML", &tool::RunToXml, chosen);
+  AddEncoding(to_xml, options, {"shift_jis", "utf-8"}, "Encoding of the text");
+  AddInOut(to_xml, options);
+  CLI::App* from_xml =
+      AddCommand(app, options, "from-xml", "Turn XML into a document", &tool::RunFromXml, chosen);
+  AddEncoding(from_xml, options, {"shift_jis", "utf-8", "auto"},
+              "Encoding of the text; auto: as byte-order mark and declaration say");
+  AddInOut(from_xml, options);
   CLI::App* info =
       AddCommand(app, options, "info", "Tell what a document holds", &tool::RunInfo, chosen);
   info->add_flag("--json", options.Json, "Print JSON");

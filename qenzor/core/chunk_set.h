@@ -130,6 +130,8 @@ class QENZOR_EXPORT CChunkSetMap<std::uint64_t, T> : public CAbstractChunkSet<T>
   }
   /// Says that an element with the key will be asked for or added soon; a hint.
   void PrefetchElem(std::uint64_t key) const noexcept { m_elems.PrefetchKey(key); }
+  /// Turns the order round among elements that share a bucket, as copying the set does.
+  void ReverseOrder() { m_elems.Reverse(); }
 
   [[nodiscard]] CAbstractChunk* Clone() override;
   void DeepCopy(CAbstractChunk* source) override;

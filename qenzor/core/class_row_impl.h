@@ -9,6 +9,7 @@ namespace qenzor {
 
 class CAbstractChunkEdit;
 class CAbstractChunkTextConverter;
+class CXmlElement;
 
 /// What the factories know of a data class: its tag, and how its other two forms are made.
 struct ClassRow {
@@ -22,6 +23,8 @@ struct ClassRow {
   /// Both objects must be of the class.
   bool (*EqualChunks)(const CAbstractChunk& a, const CAbstractChunk& b);
   bool (*EqualEdits)(const CAbstractChunkEdit& a, const CAbstractChunkEdit& b);
+  /// Fills an edit object of the class from an element.
+  void (*FillEdit)(CAbstractChunkEdit& edit, CXmlElement& elem);
 };
 
 /// The row of a class. Only classes that the catalogue lists have one: where the linker misses this

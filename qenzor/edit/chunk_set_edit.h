@@ -137,6 +137,8 @@ class QENZOR_EXPORT CChunkSetMapEdit<std::uint64_t, T, TEdit>
   /// Takes the element out of the set without destroying it: from now on it is the caller's, who
   /// gets it back as the result (null when the key is absent).
   TEdit DelElem(std::uint64_t key);
+  /// Turns the order round among elements that share a bucket, as copying the set does.
+  void ReverseOrder();
 
   /// The elements in the set's own order, as pointers.
   CKeyedElemIterator<ElementEdit> begin() { return CKeyedElemIterator<ElementEdit>(GetElems()); }

@@ -3,6 +3,7 @@
 #include "qenzor/core/chunk_set.h"
 #include "qenzor/edit/chunk_edit_impl.h"
 #include "qenzor/edit/chunk_set_edit.h"
+#include "qenzor/edit/giving_up_impl.h"
 
 namespace qenzor {
 
@@ -34,9 +35,12 @@ CAbstractChunk* CChunkSetArrayEdit<T, TEdit>::EditDataToChunkData() {
   if (set == nullptr) return chunk.release();
   set->GetNewArray(this->GetElemCount());
   std::uint32_t place = 0;
-  for (const auto& elem : m_list)
-    if (elem != nullptr)
-      set->SetElem(place++, ChunkOfEdit<std::remove_pointer_t<T>>(elem.get()).release());
+  for (auto& elem : m_list) {
+    if (elem == nullptr) continue;
+    set->SetElem(place++, ChunkOfEdit<std::remove_pointer_t<T>>(elem.get()).release());
+    if (CGivingUp::IsUnderWay()) elem.reset();
+  }
+  if (CGivingUp::IsUnderWay()) Release();
   return chunk.release();
 }
 
@@ -118,6 +122,15 @@ CAbstractChunk* CChunkSetMapEdit<std::uint64_t, T, TEdit>::EditDataToChunkData()
   auto* set = class_cast<CChunkSetMap<std::uint64_t, T>>(chunk.get());
   if (set == nullptr) return chunk.release();
   std::uint32_t index = 0;
+  if (CGivingUp::IsUnderWay()) {
+    for (const std::uint32_t position : m_elems.WalkOrder()) {
+      auto& elem = m_elems.At(position).Value;
+      set->SubChunkSet(index++, elem->EditDataToChunkData());
+      elem.reset();
+    }
+    Release();
+    return chunk.release();
+  }
   m_elems.ForEachOrdered(
       [&](std::uint64_t, const auto& elem) {
         set->SubChunkSet(index++, elem->EditDataToChunkData());
@@ -197,6 +210,11 @@ template <class T, class TEdit>
 TEdit CChunkSetMapEdit<std::uint64_t, T, TEdit>::DelElem(std::uint64_t key) {
   auto elem = m_elems.Remove(key);
   return elem.has_value() ? elem->release() : nullptr;
+}
+
+template <class T, class TEdit>
+void CChunkSetMapEdit<std::uint64_t, T, TEdit>::ReverseOrder() {
+  m_elems.Reverse();
 }
 
 }  // namespace qenzor

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "qenzor/platform/export.h"
@@ -23,5 +24,17 @@ QENZOR_EXPORT CString NarrowText(std::u16string_view wide);
 /// `narrow` as UTF-16. A byte that begins no character becomes U+FFFD, and reading goes on with the
 /// byte after it.
 QENZOR_EXPORT CStringW WidenText(std::string_view narrow);
+
+/// How text is put into bytes.
+enum class TextEncoding : std::uint8_t {
+  kCodePage,
+  kUtf8,
+};
+
+/// `wide` in that encoding. In UTF-8 only half a surrogate pair is lost, to U+FFFD.
+QENZOR_EXPORT CString EncodeText(std::u16string_view wide, TextEncoding encoding);
+
+/// The other way. In UTF-8 each byte that is no part of a character becomes U+FFFD.
+QENZOR_EXPORT CStringW DecodeText(std::string_view bytes, TextEncoding encoding);
 
 }  // namespace qenzor

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "qenzor/platform/code_page.h"
 #include "qenzor/platform/export.h"
 #include "qenzor/platform/file_buffer.h"
 #include "qenzor/platform/strings.h"
@@ -169,10 +170,15 @@ class QENZOR_EXPORT CStdioFile final : public CFile {
   std::uint8_t* BeginText(std::uint32_t size);
   static constexpr std::uint32_t kMaxBlock = CFileBuffer::kWriteSize;
 
+  /// How converters shall put text into bytes; WriteString takes bytes.
+  void SetEncoding(TextEncoding encoding) noexcept { m_encoding = encoding; }
+  TextEncoding GetEncoding() const noexcept { return m_encoding; }
+
  private:
   void WriteThrough(const void* data, std::uint32_t size) override;
 
   CFile* m_sink = nullptr;
+  TextEncoding m_encoding = TextEncoding::kCodePage;
 };
 
 }  // namespace qenzor

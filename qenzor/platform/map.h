@@ -90,6 +90,16 @@ class CMap {
     std::vector<Entry>().swap(m_entries);
   }
 
+  /// As if all keys had been added the other way round.
+  void Reverse() {
+    CloseGaps();
+    std::reverse(m_entries.begin(), m_entries.end());
+    m_index.Clear();
+    m_index.Reserve(m_entries.size());
+    for (std::uint32_t at = 0; at < m_entries.size(); ++at)
+      m_index.FindOrAdd(m_entries[at].Key, at, KeyAt());
+  }
+
   /// Makes room for `count` keys in all.
   void Reserve(std::size_t count) {
     m_entries.reserve(count);

@@ -1,8 +1,12 @@
 #include "qenzor/qen/qen.h"
 
+#include <optional>
+
 #include "qenzor/core/document_impl.h"
 #include "qenzor/core/equal_impl.h"
+#include "qenzor/edit/giving_up_impl.h"
 #include "qenzor/platform/bulk_phase_impl.h"
+#include "qenzor/qen/qen_xml_impl.h"
 #include "qenzor/text/document_text_impl.h"
 
 namespace qenzor {
@@ -77,13 +81,22 @@ CQenEdit::CQenEdit() = default;
 CQenEdit::~CQenEdit() = default;
 
 CQen* CQenEdit::EditDataToQenData() try {
-  const CBulkPhase phase;
+  std::optional<CBulkPhase> phase;
+  // What an edit form gives up is for the chunks to use, which slabs would not.
+  if (!CGivingUp::IsUnderWay()) phase.emplace();
   auto doc = std::make_unique<CQen>();
   static_cast<QenFileInfo&>(*doc) = *this;
   doc->MapData = ChunkOfEdit<CQenMapData>(MapData.get());
   return doc.release();
 } catch (const std::bad_alloc&) {
   return nullptr;
+}
+
+CQen* CQenEdit::TakeQenData() {
+  const CGivingUp giving_up;
+  CQen* const doc = EditDataToQenData();
+  Release();
+  return doc;
 }
 
 void CQenEdit::QenDataToEditData(CQen* doc) {
@@ -114,6 +127,23 @@ bool EqualDocuments(const Document& a, const Document& b) {
          EqualValues(a.MapData, b.MapData);
 }
 
+void FillInfo(CQenEdit& edit, CXmlElement& elem) {
+  ReadXmlFields(elem, QenFileInfo::Fields(), static_cast<QenFileInfo&>(edit));
+}
+
+void FillEdit(CQenEdit& edit, CXmlElement& root) {
+  root.ForEachChild([&](CXmlElement& child) {
+    if (child.GetTag() == "QenFileInfo") {
+      FillInfo(edit, child);
+    } else if (child.GetTag() == CQenMapData::kTag) {
+      edit.MapData.reset();
+      auto map_data = std::make_unique<CQenMapDataEdit>();
+      CQenMapDataTextConverter::FillEdit(*map_data, child);
+      edit.MapData = std::move(map_data);
+    }
+  });
+}
+
 }  // namespace
 
 bool operator==(const CQen& a, const CQen& b) { return EqualDocuments(a, b); }
@@ -141,8 +171,9 @@ bool CQenTextConverter::ConvertChunkToText(CString path, CQen& doc, std::uint32_
 }
 
 CQenEdit* CQenTextConverter::ConvertTextToQenEdit(CString path) {
-  return ReadXmlDocument<CQenEdit>(
-      path, "Qen", [this](CQenEdit* edit, TiXmlElement* root) { SetQenEditParam(edit, root); });
+  CFile file;
+  if (!file.Open(path, CFile::modeRead | CFile::typeBinary)) return nullptr;
+  return ReadQenXmlPieces(file).Take().release();
 }
 // NOLINTEND(performance-unnecessary-value-param)
 
@@ -153,21 +184,19 @@ void CQenTextConverter::ConvertChunkToText(CStdioFile& file, CQen& doc, std::uin
 
 void CQenTextConverter::SetQenEditParam(CQenEdit* edit, TiXmlElement* root) {
   if (edit == nullptr || root == nullptr) return;
-  ForEachChild(*root, [&](TiXmlElement& child) {
-    if (child.ValueStr() == "QenFileInfo") {
-      SetQenFileInfoParam(edit, &child);
-    } else if (child.ValueStr() == CQenMapData::kTag) {
-      edit->MapData.reset();
-      auto map_data = std::make_unique<CQenMapDataEdit>();
-      CQenMapDataTextConverter().SetChunkEditParam(map_data.get(), &child);
-      edit->MapData = std::move(map_data);
-    }
-  });
+  CXmlElement parsed(*root);
+  FillEdit(*edit, parsed);
 }
 
 void CQenTextConverter::SetQenFileInfoParam(CQenEdit* edit, TiXmlElement* elem) {
-  if (edit != nullptr && elem != nullptr)
-    ReadXmlFields(*elem, QenFileInfo::Fields(), static_cast<QenFileInfo&>(*edit));
+  if (edit == nullptr || elem == nullptr) return;
+  CXmlElement parsed(*elem);
+  FillInfo(*edit, parsed);
+}
+
+Result<CQenEdit> ReadQenXmlPieces(CFile& text, const XmlReadOptions& options,
+                                  const XmlPieceSizes& sizes) {
+  return ReadXmlDocument<CQenEdit>(text, options, sizes, "Qen", FillEdit);
 }
 
 }  // namespace qenzor

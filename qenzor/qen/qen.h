@@ -98,6 +98,9 @@ class QENZOR_EXPORT CQenEdit : public QenFileInfo {
   /// A new document with this content, owned by the caller; without map data if there is no map
   /// data edit. Null when memory runs out.
   [[nodiscard]] CQen* EditDataToQenData();
+  /// The same, but what has been turned into chunks is destroyed at once, so that both forms are
+  /// not in memory together. Afterwards, and after a failure, the map data edit is gone.
+  [[nodiscard]] CQen* TakeQenData();
   /// Replaces the content with the document's, which is only read.
   void QenDataToEditData(CQen* doc);
   /// Takes ownership of an edit object: a map data edit replaces the one held, true; any other is

@@ -14,7 +14,7 @@ void CUrlInfoTextConverter::ConvertDataToString(CStdioFile& file, CAbstractChunk
   const auto* url = class_cast<CUrlInfo>(chunk);
   if (url == nullptr) return;
   constexpr std::string_view kTextTag = "Text";
-  const CString text = NarrowText(url->Text);
+  const CString text = EncodeText(url->Text, file.GetEncoding());
   CXmlWriter xml(file, level);
   xml.TextElement(kTextTag, text);
   xml.Text(kTextTag, text);
@@ -22,7 +22,13 @@ void CUrlInfoTextConverter::ConvertDataToString(CStdioFile& file, CAbstractChunk
 
 void CUrlInfoTextConverter::SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) {
   auto* url = dynamic_cast<CUrlInfoEdit*>(edit);
-  if (url != nullptr && elem != nullptr) url->Text = WidenText(TextOf(*elem));
+  if (url == nullptr || elem == nullptr) return;
+  CXmlElement parsed(*elem);
+  FillEdit(*url, parsed);
+}
+
+void CUrlInfoTextConverter::FillEdit(CUrlInfoEdit& edit, CXmlElement& elem) {
+  edit.Text = elem.GetWideText();
 }
 
 }  // namespace qenzor

@@ -38,6 +38,7 @@ class QENZOR_EXPORT CUrlInfoTextConverter : public CAbstractChunkTextConverter {
  public:
   void ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk, std::uint32_t level) override;
   void SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) override;
+  static void FillEdit(CUrlInfoEdit& edit, CXmlElement& elem);
 };
 
 extern template class CChunkOf<CUrlInfo, CAbstractAddedObjInfo, UrlInfoFields<ChunkForm>>;

@@ -8,6 +8,8 @@ class TiXmlElement;
 
 namespace qenzor {
 
+class CXmlElement;
+
 /// Writes the chunks of one class as XML lines, and fills its edit objects from XML elements.
 /// Converters hold no data. Writing lets the file's exceptions through. Reading takes what it
 /// knows and ignores the rest; it does not fail.

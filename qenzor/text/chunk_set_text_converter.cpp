@@ -7,9 +7,17 @@ namespace qenzor {
 
 void CChunkSetTextConverter::SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) {
   if (edit == nullptr || elem == nullptr) return;
-  ForEachChild(*elem, [edit](TiXmlElement& child) {
-    if (const ClassRow* row = FindRow(child.ValueStr()); row != nullptr)
-      edit->SetSubChunkEdit(row->SharedConverter().ConvertStringToChunkEdit(&child));
+  CXmlElement parsed(*elem);
+  FillEdit(*edit, parsed);
+}
+
+void CChunkSetTextConverter::FillEdit(CAbstractChunkEdit& edit, CXmlElement& elem) {
+  elem.ForEachChild([&edit](CXmlElement& child) {
+    const ClassRow* row = FindRow(child.GetTag());
+    if (row == nullptr) return;
+    std::unique_ptr<CAbstractChunkEdit> sub(row->CreateEdit());
+    row->FillEdit(*sub, child);
+    edit.SetSubChunkEdit(sub.release());
   });
 }
 

@@ -10,6 +10,8 @@ namespace qenzor {
 class QENZOR_EXPORT CChunkSetTextConverter : public CAbstractChunkTextConverter {
  public:
   void SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) override;
+  /// The same from an element that need not be in memory as a whole; for the library's own use.
+  static void FillEdit(CAbstractChunkEdit& edit, CXmlElement& elem);
   /// The tag under which one element is written: "SetElem" unless a set knows its class.
   virtual CString GetElemTagName(CAbstractChunk* elem);
 

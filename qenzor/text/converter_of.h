@@ -11,6 +11,8 @@ class QENZOR_EXPORT CConverterOf : public CAbstractChunkTextConverter {
  public:
   void ConvertDataToString(CStdioFile& file, CAbstractChunk* chunk, std::uint32_t level) override;
   void SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) override;
+  /// The same from an element that need not be in memory as a whole; for the library's own use.
+  static void FillEdit(typename Chunk::EditClass& edit, CXmlElement& elem);
 };
 
 }  // namespace qenzor

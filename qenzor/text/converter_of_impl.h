@@ -15,8 +15,14 @@ void CConverterOf<Chunk>::ConvertDataToString(CStdioFile& file, CAbstractChunk* 
 template <class Chunk>
 void CConverterOf<Chunk>::SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) {
   auto* same = dynamic_cast<typename Chunk::EditClass*>(edit);
-  if (same != nullptr && elem != nullptr)
-    ReadXmlFields(*elem, FieldsOf<typename Chunk::EditClass>(), *same);
+  if (same == nullptr || elem == nullptr) return;
+  CXmlElement parsed(*elem);
+  FillEdit(*same, parsed);
+}
+
+template <class Chunk>
+void CConverterOf<Chunk>::FillEdit(typename Chunk::EditClass& edit, CXmlElement& elem) {
+  ReadXmlFields(elem, FieldsOf<typename Chunk::EditClass>(), edit);
 }
 
 }  // namespace qenzor

@@ -9,10 +9,11 @@
 #include <new>
 
 #include "qenzor/core/file_info.h"
+#include "qenzor/core/result.h"
 #include "qenzor/edit/field_edit_impl.h"
 #include "qenzor/platform/bulk_phase_impl.h"
 #include "qenzor/text/field_text_impl.h"
-#include "qenzor/text/xml_file.h"
+#include "qenzor/text/xml_memory_impl.h"
 
 namespace qenzor {
 
@@ -20,8 +21,13 @@ namespace qenzor {
 
 inline void WriteXmlValue(CXmlWriter& xml, std::string_view tag, const std::array<char, 9>& ident,
                           IdentCoding) {
-  const std::string_view characters(ident.data(), 6);
-  xml.Text(tag, characters.substr(0, characters.find('\0')));
+  const std::string_view six(ident.data(), 6);
+  const std::string_view characters = six.substr(0, six.find('\0'));
+  const TextEncoding encoding = xml.GetFile().GetEncoding();
+  if (encoding == TextEncoding::kCodePage)
+    xml.Text(tag, characters);
+  else
+    xml.Text(tag, EncodeText(WidenText(characters), encoding));
 }
 
 /// Sixteen signed bits: a magic of 0x8000 or more shows the sign's bits in front.
@@ -35,8 +41,11 @@ inline void WriteXmlValue(CXmlWriter& xml, std::string_view tag, std::uint16_t m
 }
 
 /// Text shorter than the identification ends with a zero; what stood behind that stays.
-inline void ReadXmlValue(TiXmlElement& elem, std::array<char, 9>& ident, IdentCoding) {
-  const std::string_view text = TextOf(elem).substr(0, ident.size() - 1);
+template <class T, class O>
+void TakeXmlField(CXmlElement& elem, T& object,
+                  const Field<O, std::array<char, 9>, IdentCoding>& f) {
+  std::array<char, 9>& ident = object.*f.Member;
+  const CString text = elem.GetNarrowText().substr(0, ident.size() - 1);
   *std::copy(text.begin(), text.end(), ident.begin()) = '\0';
   ident[6] = '\r';
   ident[7] = '\n';
@@ -53,7 +62,9 @@ template <class Info>
 void WriteXmlDocument(CXmlWriter xml, const CString& name, const Info& info,
                       std::string_view root_tag, CAbstractChunk* root) {
   xml.Indent();
-  xml.GetFile().WriteString("<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>\n");
+  const bool is_utf8 = xml.GetFile().GetEncoding() == TextEncoding::kUtf8;
+  xml.GetFile().WriteString(is_utf8 ? "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n"
+                                    : "<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>\n");
   xml.OpenTag(name);
   CXmlWriter inner = xml.Deeper();
   const CString info_tag = name + "FileInfo";
@@ -75,23 +86,24 @@ bool WriteXmlFile(const CString& path, Write&& write) {
   return true;
 }
 
-/// Parses the XML file at the path; false when it cannot be read or parsed.
-bool LoadXmlFile(const CString& path, TiXmlDocument& xml);
-
-/// The document edit that fill makes of the root element, owned by the caller; null when the file
-/// cannot be loaded or its root element has another name.
+/// The document edit that fill makes of the root element, or why there is none.
 template <class Edit, class Fill>
-Edit* ReadXmlDocument(const CString& path, const char* name, Fill&& fill) try {
-  TiXmlDocument xml;
-  if (!LoadXmlFile(path, xml)) return nullptr;
-  TiXmlElement* root = xml.FirstChildElement();
-  if (root == nullptr || root->ValueStr() != name) return nullptr;
+Result<Edit> ReadXmlDocument(CFile& text, const XmlReadOptions& options, const XmlPieceSizes& sizes,
+                             std::string_view name, Fill&& fill) try {
   const CBulkPhase phase;
-  auto edit = std::make_unique<Edit>();
-  fill(edit.get(), root);
-  return edit.release();
+  CXmlPieces pieces(text, options, sizes);
+  std::unique_ptr<Edit> edit;
+  pieces.ReadDocument([&](CXmlElement& root) {
+    if (root.GetTag() != name)
+      return pieces.Stop("the root element is not '" + CString(name) + "'");
+    edit = std::make_unique<Edit>();
+    fill(*edit, root);
+  });
+  if (pieces.GetFailure().has_value()) return *pieces.GetFailure();
+  if (edit != nullptr) return edit;
+  return FailureAtPath({}, FailureKind::kNotSuchDocument, "there is no element");
 } catch (const std::bad_alloc&) {
-  return nullptr;
+  return FailureAtPath({}, FailureKind::kOutOfMemory, "out of memory");
 }
 
 }  // namespace qenzor

@@ -9,6 +9,7 @@
 
 #include "qenzor/core/fields.h"
 #include "qenzor/text/abstract_chunk_text_converter.h"
+#include "qenzor/text/xml_pieces_impl.h"
 #include "qenzor/text/xml_writer_impl.h"
 
 namespace qenzor {
@@ -17,21 +18,12 @@ template <class Fields, class T>
 void WriteXmlFields(CXmlWriter xml, const Fields& fields, const T& object);
 /// Gives the element to the field whose tag it bears; false when there is none.
 template <class Fields, class T>
-bool ReadXmlField(TiXmlElement& elem, std::string_view tag, const Fields& fields, T& object);
-
-/// Calls f with each child element, in document order.
-template <class F>
-void ForEachChild(TiXmlElement& elem, F&& f) {
-  for (TiXmlElement* child = elem.FirstChildElement(); child != nullptr;
-       child = child->NextSiblingElement())
-    f(*child);
-}
+bool ReadXmlField(CXmlElement& elem, const Fields& fields, T& object);
 
 /// Fills the object's fields from the element's children; those of unknown tags are passed over.
 template <class Fields, class T>
-void ReadXmlFields(TiXmlElement& elem, const Fields& fields, T& object) {
-  ForEachChild(elem,
-               [&](TiXmlElement& child) { ReadXmlField(child, child.ValueStr(), fields, object); });
+void ReadXmlFields(CXmlElement& elem, const Fields& fields, T& object) {
+  elem.ForEachChild([&](CXmlElement& child) { ReadXmlField(child, fields, object); });
 }
 
 /// The text directly inside the element; empty when its first child is no text.
@@ -122,12 +114,14 @@ void WriteXmlField(CXmlWriter& xml, const T& object, const Field<O, V, C>& f) {
 
 template <class T, class O>
 void WriteXmlField(CXmlWriter& xml, const T& object, const TextField<O, CStringW>& f) {
-  xml.Text(f.Tag, NarrowText(object.*f.Member));
+  xml.Text(f.Tag, EncodeText(object.*f.Member, xml.GetFile().GetEncoding()));
 }
 
 template <class T, class O, class Array>
 void WriteXmlField(CXmlWriter& xml, const T& object, const ArrayField<O, Array>& f) {
   using Element = typename Array::value_type;
+  if constexpr (requires(const Element& element) { element.x, element.y; })
+    return xml.PointLines(f.Tag, object.*f.Member);
   for (const Element& element : object.*f.Member) {
     if constexpr (HasFields<Element>) {
       xml.OpenTag(f.Tag);
@@ -161,26 +155,26 @@ void WriteXmlFields(CXmlWriter xml, const Fields& fields, const T& object) {
 // Reading fields, into the edit form.
 
 template <class T, class O, class V, class C>
-void TakeXmlField(TiXmlElement& elem, T& object, const Field<O, V, C>& f) {
-  ReadXmlValue(elem, object.*f.Member, C{});
+void TakeXmlField(CXmlElement& elem, T& object, const Field<O, V, C>& f) {
+  ReadXmlValue(elem.GetValue(), object.*f.Member, C{});
 }
 
 template <class T, class O>
-void TakeXmlField(TiXmlElement& elem, T& object, const TextField<O, CString>& f) {
-  object.*f.Member = TextOf(elem);
+void TakeXmlField(CXmlElement& elem, T& object, const TextField<O, CString>& f) {
+  object.*f.Member = elem.GetNarrowText();
 }
 
 /// Wide text undoes the escapes of a line feed and of a space, in that order.
 template <class T, class O>
-void TakeXmlField(TiXmlElement& elem, T& object, const TextField<O, CStringW>& f) {
-  CStringW text = WidenText(TextOf(elem));
+void TakeXmlField(CXmlElement& elem, T& object, const TextField<O, CStringW>& f) {
+  CStringW text = elem.GetWideText();
   ReplaceAll(text, CStringW(u"<br />"), CStringW(u"\n"));
   ReplaceAll(text, CStringW(u"&nbsp;"), CStringW(u" "));
   object.*f.Member = std::move(text);
 }
 
 template <class T, class O, class List>
-void TakeXmlField(TiXmlElement& elem, T& object, const ArrayField<O, List>& f) {
+void TakeXmlField(CXmlElement& elem, T& object, const ArrayField<O, List>& f) {
   using Element = typename List::value_type;
   List& list = object.*f.Member;
   if constexpr (HasFields<Element>) {
@@ -190,24 +184,25 @@ void TakeXmlField(TiXmlElement& elem, T& object, const ArrayField<O, List>& f) {
     list.push_back(std::make_unique<RecordEdit>());
     ReadXmlFields(elem, RecordEdit::Fields(), *list.back());
   } else {
-    ReadXmlValue(elem, list.emplace_back(), DefaultCoding<Element>{});
+    ReadXmlValue(elem.GetValue(), list.emplace_back(), DefaultCoding<Element>{});
   }
 }
 
 template <class T, class Members>
-void TakeXmlField(TiXmlElement& elem, T& object, const FieldGroup<Members>& f) {
+void TakeXmlField(CXmlElement& elem, T& object, const FieldGroup<Members>& f) {
   ReadXmlFields(elem, f.Members, object);
 }
 
 template <class T, class O, class Slot, class Chunk>
-void TakeXmlField(TiXmlElement& elem, T& object, const SlotField<O, Slot, Chunk>& /*f*/) {
+void TakeXmlField(CXmlElement& elem, T& object, const SlotField<O, Slot, Chunk>& /*f*/) {
   auto edit = std::make_unique<typename Chunk::EditClass>();
-  typename Chunk::ConverterClass().SetChunkEditParam(edit.get(), &elem);
+  Chunk::ConverterClass::FillEdit(*edit, elem);
   object.SetSubChunkEdit(edit.release());
 }
 
 template <class Fields, class T>
-bool ReadXmlField(TiXmlElement& elem, std::string_view tag, const Fields& fields, T& object) {
+bool ReadXmlField(CXmlElement& elem, const Fields& fields, T& object) {
+  const std::string_view tag = elem.GetTag();
   return !AllFields(fields, [&](const auto& f) {
     if (f.Tag != tag) return true;
     TakeXmlField(elem, object, f);

@@ -10,11 +10,11 @@ namespace qenzor {
 template <class Chunk>
 void CDrawInfoConverterOf<Chunk>::SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) {
   if (elem == nullptr) return;
-  ForEachChild(*elem, [&](TiXmlElement& child) {
-    if (child.ValueStr() == "ComData")
-      SetChunkEditComDrawInfoParam(edit, &child);
-    else if (child.ValueStr() == "ScData")
-      SetChunkEditScDrawInfoParam(edit, &child);
+  CXmlElement(*elem).ForEachChild([&](CXmlElement& child) {
+    if (child.GetTag() == "ComData")
+      SetChunkEditComDrawInfoParam(edit, &child.GetValue());
+    else if (child.GetTag() == "ScData")
+      SetChunkEditScDrawInfoParam(edit, &child.GetValue());
   });
 }
 
@@ -22,16 +22,18 @@ template <class Chunk>
 void CDrawInfoConverterOf<Chunk>::SetChunkEditComDrawInfoParam(CAbstractChunkEdit* edit,
                                                                TiXmlElement* elem) {
   auto* same = dynamic_cast<typename Chunk::EditClass*>(edit);
-  if (same != nullptr && elem != nullptr)
-    TakeXmlField(*elem, *same, std::get<0>(Chunk::EditClass::DataType::Fields()));
+  if (same == nullptr || elem == nullptr) return;
+  CXmlElement parsed(*elem);
+  TakeXmlField(parsed, *same, std::get<0>(Chunk::EditClass::DataType::Fields()));
 }
 
 template <class Chunk>
 void CDrawInfoConverterOf<Chunk>::SetChunkEditScDrawInfoParam(CAbstractChunkEdit* edit,
                                                               TiXmlElement* elem) {
   auto* same = dynamic_cast<typename Chunk::EditClass*>(edit);
-  if (same != nullptr && elem != nullptr)
-    TakeXmlField(*elem, *same, std::get<1>(Chunk::EditClass::DataType::Fields()));
+  if (same == nullptr || elem == nullptr) return;
+  CXmlElement parsed(*elem);
+  TakeXmlField(parsed, *same, std::get<1>(Chunk::EditClass::DataType::Fields()));
 }
 
 }  // namespace qenzor

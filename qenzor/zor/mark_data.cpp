@@ -13,19 +13,20 @@ template class CConverterOf<CMarkData>;
 void CMarkDataTextConverter::SetChunkEditParam(CAbstractChunkEdit* edit, TiXmlElement* elem) {
   auto* mark = class_cast<CMarkDataEdit>(edit);
   if (mark == nullptr || elem == nullptr) return;
-  ForEachChild(*elem, [&](TiXmlElement& child) {
-    if (child.ValueStr() == std::get<2>(CMarkDataEdit::Fields()).Tag)
-      SetChunkEditMarkElemParam(mark, &child);
+  CXmlElement(*elem).ForEachChild([&](CXmlElement& child) {
+    if (child.GetTag() == std::get<2>(CMarkDataEdit::Fields()).Tag)
+      SetChunkEditMarkElemParam(mark, &child.GetValue());
     else
-      ReadXmlField(child, child.ValueStr(), CMarkDataEdit::Fields(), *mark);
+      ReadXmlField(child, CMarkDataEdit::Fields(), *mark);
   });
 }
 
 void CMarkDataTextConverter::SetChunkEditMarkElemParam(CAbstractChunkEdit* edit,
                                                        TiXmlElement* elem) {
   auto* mark = class_cast<CMarkDataEdit>(edit);
-  if (mark != nullptr && elem != nullptr)
-    TakeXmlField(*elem, *mark, std::get<2>(CMarkDataEdit::Fields()));
+  if (mark == nullptr || elem == nullptr) return;
+  CXmlElement parsed(*elem);
+  TakeXmlField(parsed, *mark, std::get<2>(CMarkDataEdit::Fields()));
 }
 
 }  // namespace qenzor

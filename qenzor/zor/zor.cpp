@@ -1,9 +1,13 @@
 #include "qenzor/zor/zor.h"
 
+#include <optional>
+
 #include "qenzor/core/document_impl.h"
 #include "qenzor/core/equal_impl.h"
+#include "qenzor/edit/giving_up_impl.h"
 #include "qenzor/platform/bulk_phase_impl.h"
 #include "qenzor/text/document_text_impl.h"
+#include "qenzor/zor/zor_xml_impl.h"
 
 namespace qenzor {
 
@@ -72,14 +76,27 @@ CZorEdit::CZorEdit() = default;
 CZorEdit::~CZorEdit() = default;
 
 CZor* CZorEdit::EditDataToZorData() try {
-  const CBulkPhase phase;
+  std::optional<CBulkPhase> phase;
+  // What an edit form gives up is for the chunks to use, which slabs would not.
+  if (!CGivingUp::IsUnderWay()) phase.emplace();
   auto doc = std::make_unique<CZor>();
   static_cast<ZorFileInfo&>(*doc) = *this;
   const auto draw_data = ChunkOfEdit<CZorDrawData>(&DrawData);
-  doc->DrawData.DeepCopy(draw_data.get());
+  doc->DrawData.DrawAtterSet = std::move(draw_data->DrawAtterSet);
+  doc->DrawData.DrawInfoSet = std::move(draw_data->DrawInfoSet);
+  doc->DrawData.MarkDataSet = std::move(draw_data->MarkDataSet);
+  // As a copy would have them.
+  if (doc->DrawData.DrawAtterSet != nullptr) doc->DrawData.DrawAtterSet->ReverseOrder();
   return doc.release();
 } catch (const std::bad_alloc&) {
   return nullptr;
+}
+
+CZor* CZorEdit::TakeZorData() {
+  const CGivingUp giving_up;
+  CZor* const doc = EditDataToZorData();
+  DrawData.Release();
+  return doc;
 }
 
 void CZorEdit::ZorDataToEditData(CZor* doc) {
@@ -109,6 +126,23 @@ bool EqualDocuments(const Document& a, const Document& b) {
          a.DrawData == b.DrawData;
 }
 
+void FillInfo(CZorEdit& edit, CXmlElement& elem) {
+  ReadXmlFields(elem, ZorFileInfo::Fields(), static_cast<ZorFileInfo&>(edit));
+}
+
+void FillEdit(CZorEdit& edit, CXmlElement& root) {
+  root.ForEachChild([&](CXmlElement& child) {
+    if (child.GetTag() == "ZorFileInfo") {
+      FillInfo(edit, child);
+    } else if (child.GetTag() == CZorDrawData::kTag) {
+      edit.DrawData.Release();
+      CZorDrawDataTextConverter::FillEdit(edit.DrawData, child);
+      // As a copy of what was read would have them.
+      if (edit.DrawData.DrawAtterSet != nullptr) edit.DrawData.DrawAtterSet->ReverseOrder();
+    }
+  });
+}
+
 }  // namespace
 
 bool operator==(const CZor& a, const CZor& b) { return EqualDocuments(a, b); }
@@ -136,8 +170,9 @@ bool CZorTextConverter::ConvertChunkToText(CString path, CZor& doc, std::uint32_
 }
 
 CZorEdit* CZorTextConverter::ConvertTextToZorEdit(CString path) {
-  return ReadXmlDocument<CZorEdit>(
-      path, "Zor", [this](CZorEdit* edit, TiXmlElement* root) { SetZorEditParam(edit, root); });
+  CFile file;
+  if (!file.Open(path, CFile::modeRead | CFile::typeBinary)) return nullptr;
+  return ReadZorXmlPieces(file).Take().release();
 }
 // NOLINTEND(performance-unnecessary-value-param)
 
@@ -148,21 +183,19 @@ void CZorTextConverter::ConvertChunkToText(CStdioFile& file, CZor& doc, std::uin
 
 void CZorTextConverter::SetZorEditParam(CZorEdit* edit, TiXmlElement* root) {
   if (edit == nullptr || root == nullptr) return;
-  ForEachChild(*root, [&](TiXmlElement& child) {
-    if (child.ValueStr() == "ZorFileInfo") {
-      SetZorFileInfoParam(edit, &child);
-    } else if (child.ValueStr() == CZorDrawData::kTag) {
-      CZorDrawDataEdit draw_data;
-      CZorDrawDataTextConverter().SetChunkEditParam(&draw_data, &child);
-      // A copy, not a handing over: it settles the order of draw attributes that share a bucket.
-      edit->DrawData.DeepCopy(&draw_data);
-    }
-  });
+  CXmlElement parsed(*root);
+  FillEdit(*edit, parsed);
 }
 
 void CZorTextConverter::SetZorFileInfoParam(CZorEdit* edit, TiXmlElement* elem) {
-  if (edit != nullptr && elem != nullptr)
-    ReadXmlFields(*elem, ZorFileInfo::Fields(), static_cast<ZorFileInfo&>(*edit));
+  if (edit == nullptr || elem == nullptr) return;
+  CXmlElement parsed(*elem);
+  FillInfo(*edit, parsed);
+}
+
+Result<CZorEdit> ReadZorXmlPieces(CFile& text, const XmlReadOptions& options,
+                                  const XmlPieceSizes& sizes) {
+  return ReadXmlDocument<CZorEdit>(text, options, sizes, "Zor", FillEdit);
 }
 
 }  // namespace qenzor

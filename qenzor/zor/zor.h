@@ -75,6 +75,10 @@ class QENZOR_EXPORT CZorEdit : public ZorFileInfo {
 
   /// A new document with this content, owned by the caller; null when memory runs out.
   [[nodiscard]] CZor* EditDataToZorData();
+  /// The same, but what has been turned into chunks is destroyed at once, so that both forms are
+  /// not in memory together. Afterwards, and after a failure, the draw data edit is empty; so are
+  /// sets that others share with it.
+  [[nodiscard]] CZor* TakeZorData();
   /// Replaces the content with the document's, which is only read.
   void ZorDataToEditData(CZor* doc);
   /// A draw data edit: its three sets become this document's, true. The given object stays the

@@ -17,8 +17,8 @@
 #include <string>
 #include <vector>
 
-#include "qenzor/qen/qen.h"
-#include "qenzor/zor/zor.h"
+#include "qenzor/qen_xml.h"
+#include "qenzor/zor_xml.h"
 
 namespace {
 
@@ -288,6 +288,96 @@ TEST(ReadingMemory, AllOfItComesBack) {
   const std::size_t before = g_in_use;
   for (int i = 0; i < 100; ++i) ASSERT_GT(PeakOfReading<qenzor::CQen>(bytes), 2 * bytes.size());
   EXPECT_EQ(g_in_use, before);
+}
+
+struct XmlMemory {
+  std::size_t Peak = 0;
+  std::size_t Edit = 0;
+};
+
+template <class Parse>
+XmlMemory MemoryOf(Parse&& parse) {
+  const std::size_t before = g_in_use;
+  g_peak = before;
+  const auto edit = parse();
+  return {g_peak - before, g_in_use - before};
+}
+
+std::string RepeatText(std::size_t bytes, const std::string& text) {
+  std::string repeated;
+  while (repeated.size() < bytes) repeated += text;
+  return repeated;
+}
+
+constexpr std::size_t kXmlSize = 4 * 1024 * 1024;
+
+std::string ObjectsXml(const std::string& objects) {
+  return "<Qen><QenMapData><MeshSegmentSet><MeshSegment><LayerSet><LayerData><ZIdObjSet><ZIdObj>"
+         "<ObjSet>" +
+         objects +
+         "</ObjSet></ZIdObj></ZIdObjSet></LayerData></LayerSet></MeshSegment></MeshSegmentSet>"
+         "</QenMapData></Qen>";
+}
+
+TEST(XmlMemory, BesideTheEditFormFourMebibytesAreEnough) {
+  constexpr std::size_t kMost = 4 * 1024 * 1024;
+  const std::string points = RepeatText(2000, "<Pt x=\"12\" y=\"-34\" />\r\n\t");
+  const std::string long_line =
+      "<LineObj>" + RepeatText(1000000, "<Pt x=\"12\" y=\"-34\" />\r\n") + "</LineObj>";
+  const std::string long_label =
+      "<CmbLblObj><Text>" + RepeatText(1000000, "word &amp;") + "</Text></CmbLblObj>";
+  const std::string comment = "<!--" + RepeatText(kXmlSize, "no more ") + "-->";
+  for (const std::string& objects :
+       {RepeatText(kXmlSize, "<LineObj>" + points + "</LineObj>"), RepeatText(kXmlSize, long_line),
+        comment + "<LineObj>" + comment + "</LineObj>", RepeatText(kXmlSize, "stray text "),
+        RepeatText(kXmlSize, "<a/>"), "<a>" + RepeatText(kXmlSize, "<b><c/></b>") + "</a>"}) {
+    const std::string xml = ObjectsXml(objects);
+    const XmlMemory memory = MemoryOf([&] { return qenzor::ParseQenXml(xml); });
+    EXPECT_LE(memory.Peak, memory.Edit + kMost) << xml.substr(100, 40);
+  }
+  const std::string xml = ObjectsXml(long_label);
+  const XmlMemory memory = MemoryOf([&] { return qenzor::ParseQenXml(xml); });
+  EXPECT_LE(memory.Peak, 12 * xml.size());
+}
+
+TEST(XmlMemory, NoTextTakesMoreThanTwelveTimesItsSize) {
+  const std::string tags = RepeatText(kXmlSize, "<a/>");
+  for (const std::string& objects :
+       {RepeatText(kXmlSize, "<LineObj/>"), RepeatText(kXmlSize, "<PolyObj/>"),
+        RepeatText(kXmlSize, "<RasMMObj/>"), RepeatText(kXmlSize, "<CmbLblObj/>"),
+        "<LineObj>" + RepeatText(kXmlSize, "<Pt/>") + "</LineObj>",
+        "<PolyObj><Height>" + tags + "</Height></PolyObj>",
+        "<LineObj><AddedObjInfoSet><UrlInfo>" + tags + "</UrlInfo></AddedObjInfoSet></LineObj>",
+        "<LineObj><AddedObjInfoSet>" + RepeatText(kXmlSize, "<UrlInfo/>") +
+            "</AddedObjInfoSet></LineObj>",
+        "<CmbLblObj><Text>" + RepeatText(kXmlSize, "x") + "</Text></CmbLblObj>",
+        "<a b='" + RepeatText(kXmlSize, "x") + "'/>"}) {
+    const std::string xml = ObjectsXml(objects);
+    const XmlMemory memory = MemoryOf([&] { return qenzor::ParseQenXml(xml); });
+    EXPECT_LE(memory.Peak, 12 * xml.size() + kAllowance) << objects.substr(0, 60);
+  }
+  for (const std::string& sets :
+       {"<DrawInfoSet>" + RepeatText(kXmlSize, "<LineDrawInfo/>") + "</DrawInfoSet>",
+        "<DrawInfoSet><LineDrawInfo>" + RepeatText(kXmlSize, "<ScData/>") +
+            "</LineDrawInfo></DrawInfoSet>",
+        "<DrawAtterSet>" + RepeatText(kXmlSize, "<DrawAtter/>") + "</DrawAtterSet>",
+        "<MarkDataSet>" + RepeatText(kXmlSize, "<MarkData/>") + "</MarkDataSet>"}) {
+    const std::string xml = "<Zor><ZorDrawData>" + sets + "</ZorDrawData></Zor>";
+    const XmlMemory memory = MemoryOf([&] { return qenzor::ParseZorXml(xml); });
+    EXPECT_LE(memory.Peak, 12 * xml.size() + kAllowance) << sets.substr(0, 60);
+  }
+}
+
+TEST(XmlMemory, AnEditFormThatIsGivenUpMakesRoomForTheChunks) {
+  const std::string line =
+      "<LineObj>" + RepeatText(2000, "<Pt x=\"12\" y=\"-34\" />") + "</LineObj>";
+  const auto edit = qenzor::ParseQenXml(ObjectsXml(RepeatText(kXmlSize, line)));
+  ASSERT_TRUE(edit);
+  const std::size_t with_edit = g_in_use;
+  g_peak = with_edit;
+  const std::unique_ptr<qenzor::CQen> document(edit->TakeQenData());
+  ASSERT_NE(document, nullptr);
+  EXPECT_LE(g_peak, with_edit + kAllowance);
 }
 
 }  // namespace

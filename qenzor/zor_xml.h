@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "qenzor/core/result.h"
+#include "qenzor/text/xml_options.h"
+#include "qenzor/zor/zor.h"
+
+namespace qenzor {
+
+// Draw data as XML text, in memory and in files. Text is read in pieces: beside the edit form that
+// it makes, little more of it is in memory than its longest value. A failure to read tells line and
+// column.
+
+/// The document edit that the XML file at the path makes.
+QENZOR_EXPORT Result<CZorEdit> ReadZorXml(const CString& path, const XmlReadOptions& options = {});
+/// The same from a file's position on. Lets what the file throws through.
+QENZOR_EXPORT Result<CZorEdit> ReadZorXml(CFile& file, const XmlReadOptions& options = {});
+/// The same from text in memory.
+QENZOR_EXPORT Result<CZorEdit> ParseZorXml(std::string_view text,
+                                           const XmlReadOptions& options = {});
+
+/// The document, which is only read, as XML text.
+QENZOR_EXPORT Result<std::string> ZorToXml(CZor& document,
+                                           XmlEncoding encoding = XmlEncoding::kShiftJis);
+/// The same at a file's position.
+QENZOR_EXPORT Result<void> WriteZorXml(CFile& file, CZor& document,
+                                       XmlEncoding encoding = XmlEncoding::kShiftJis);
+
+}  // namespace qenzor
