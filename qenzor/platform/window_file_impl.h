@@ -17,7 +17,8 @@ class CWindowFile final : public CFile {
 
   /// Opens a plain file or a pipe. False for devices, and for more bytes than 32 bits can tell.
   bool Open(const CString& path, std::uint32_t flags) override;
-  /// Makes these bytes, which stay the caller's, the content. False for more than 32 bits can count.
+  /// Makes these bytes, which stay the caller's, the content. False for more than 32 bits can
+  /// count.
   bool OpenMemory(std::span<const std::uint8_t> bytes);
   /// Whether opening failed because there is too much.
   bool IsTooLong() const noexcept { return m_isTooLong; }
