@@ -18,11 +18,11 @@ const check::DocumentSchema& SchemaOf(BinaryKind kind) noexcept {
 
 check::Facts CollectFacts(std::span<const std::uint8_t> bytes, BinaryKind kind) {
   check::Facts facts;
-  check::CFactCollector collector(facts);
+  check::CFactCollector collector(facts, bytes.size());
   CDeafSink nobody;
   CheckOptions options;
   options.FirstErrorOnly = true;
-  check::CReporter reporter(options, nobody);
+  check::CReporter reporter(kind, options, nobody);
   facts.IsWhole = check::WalkBinary(bytes, SchemaOf(kind), reporter, collector);
   return facts;
 }
@@ -55,7 +55,7 @@ std::uint64_t CheckCounts::Of(Severity severity) const noexcept {
 
 CheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
                         const CheckOptions& options, CFindingSink& sink) {
-  check::CReporter reporter(options, sink);
+  check::CReporter reporter(kind, options, sink);
   check::Facts facts;
   // Only draw data have parts that point at others further on.
   if (kind == BinaryKind::kZor && !options.FirstErrorOnly) facts = CollectFacts(bytes, kind);

@@ -17,11 +17,21 @@ enum class BinaryKind : std::uint8_t { kQen, kZor };
 /// The z-ids that a document names: of a map's objects, or of draw attributes.
 class QENZOR_EXPORT CZIdTable {
  public:
-  void Add(std::uint64_t z_id) { m_z_ids.Set(z_id, 0); }
+  /// Kinds has a bit for the chunk id of each kind of object under the z-id.
+  void Add(std::uint64_t z_id, std::uint32_t kinds = 0) {
+    if (std::uint32_t* const known = m_z_ids.Find(z_id); known != nullptr)
+      *known |= kinds;
+    else
+      m_z_ids.Set(z_id, kinds);
+  }
   bool Has(std::uint64_t z_id) const noexcept { return m_z_ids.Find(z_id) != nullptr; }
+  std::uint32_t KindsOf(std::uint64_t z_id) const noexcept {
+    const std::uint32_t* const kinds = m_z_ids.Find(z_id);
+    return kinds == nullptr ? 0 : *kinds;
+  }
 
  private:
-  CMap<std::uint64_t, std::uint8_t> m_z_ids{1};
+  CMap<std::uint64_t, std::uint32_t> m_z_ids{1};
 };
 
 struct CheckOptions {

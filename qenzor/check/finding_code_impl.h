@@ -29,15 +29,32 @@ enum class Code : std::uint16_t {
   kTextWithoutMark = 1023,
   kTextZeroUnit = 1024,
   kTooManyPoints = 1025,
+  kNameWraps = 1026,
   // XML.
   kXmlRefused = 1040,
   kXmlUnstorable = 1041,
   // What the values of a document mean to each other.
-  kRepeatedKey = 1060,
-  kDrawInfoIndex = 1061,
-  kMarkIndex = 1062,
+  kIdentEnd = 1060,
+  kIdentName = 1061,
+  kMagic = 1062,
+  kVersion = 1063,
+  kMeshEmpty = 1064,
+  kRectEmpty = 1065,
+  kSegmentOutsideMesh = 1066,
+  kRepeatedSegment = 1067,
+  kRepeatedLayer = 1068,
+  kRepeatedKey = 1069,
+  kDrawInfoIndex = 1070,
+  kMarkIndex = 1071,
+  kDrawInfoUnused = 1072,
+  kMarkUnused = 1073,
+  kBandReversed = 1074,
+  kBandGap = 1075,
+  kBandOverlap = 1076,
+  // What a map and its draw data say about each other.
   kZIdNotDrawn = 1080,
   kZIdNowhere = 1081,
+  kFitsNothing = 1082,
 };
 
 /// The place of a code in the table.

@@ -27,6 +27,16 @@ enum class Shape : std::uint8_t {
 /// What a value means to the checks, where its shape does not say it.
 enum class Role : std::uint8_t {
   kNone,
+  kIdent,
+  kMagic,
+  kMajorVer,
+  kMinorVer,
+  kSegmentNumX,
+  kSegmentNumY,
+  kIncRect,
+  kScaleBand,
+  kDenomMax,
+  kDenomMin,
   kMeshSegmentNo,
   kLayerNo,
   kZId,

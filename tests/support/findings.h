@@ -35,6 +35,24 @@ class FoundSink : public CFindingSink {
   std::vector<std::string> Reasons;
 };
 
+/// A file info in which there is nothing to find: a mesh of two segments.
+inline Bytes GoodQenInfo() {
+  return Bytes("QENMAP\r\n\x1A")
+      .U16(0x4041)
+      .U16(1)
+      .U16(0)
+      .U32(5)
+      .U8(1)
+      .I32(0)
+      .I32(0)
+      .I32(2000)
+      .I32(1000)
+      .U16(2)
+      .U16(1)
+      .U16(1);
+}
+inline Bytes GoodZorInfo() { return Bytes("ZORDRW\r\n\x1A").U16(0x4041).U16(1).U16(0).U32(5); }
+
 inline std::vector<Found> FindingsOf(const Bytes& document, BinaryKind kind,
                                      const CheckOptions& options = {}) {
   FoundSink sink;
