@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "qenzor/check/finding.h"
@@ -41,6 +42,8 @@ struct CheckOptions {
   std::set<std::uint16_t> Skipped;
   /// Stops at the first error.
   bool FirstErrorOnly = false;
+  /// Whether to tell what a binary document loses when it becomes XML and is read again.
+  bool RoundTrip = false;
   /// The z-ids of the document that this one belongs with, and how messages call it; null to leave
   /// that out.
   const CZIdTable* OtherZIds = nullptr;
@@ -76,12 +79,19 @@ class QENZOR_EXPORT CheckCounts {
 QENZOR_EXPORT CheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
                                       const CheckOptions& options, CFindingSink& sink);
 
-/// What a document's bytes tell about its z-ids, and whether all of it could be walked.
+/// The same for XML text: everything that making a document of it would refuse, drop or change, and
+/// what its values say against each other.
+QENZOR_EXPORT CheckCounts CheckXml(std::string_view text, BinaryKind kind,
+                                   const CheckOptions& options, CFindingSink& sink);
+
+/// What a document tells about its z-ids, and whether reading takes it.
 struct ZIdResult {
   CZIdTable ZIds;
   bool IsWhole = false;
 };
 [[nodiscard]] QENZOR_EXPORT ZIdResult CollectZIds(std::span<const std::uint8_t> bytes,
                                                   BinaryKind kind);
+/// The same of XML text.
+[[nodiscard]] QENZOR_EXPORT ZIdResult CollectXmlZIds(std::string_view text, BinaryKind kind);
 
 }  // namespace qenzor

@@ -70,6 +70,7 @@ constexpr FieldSchema ValueSchema(std::string_view tag) {
                               : schema.Shape == Shape::kPoint ? 2
                                                               : 1;
   schema.Width = static_cast<std::uint8_t>(schema.Size / parts);
+  schema.IsCutInMemory = std::is_same_v<Value, CPoint16>;
   schema.KeepsWhenEmpty = std::is_same_v<Coding, KeptNumberCoding>;
   return schema;
 }
@@ -212,6 +213,8 @@ const ClassSchema* FindClass(std::string_view tag) noexcept {
     if (schema != nullptr && schema->Tag == tag) return schema;
   return nullptr;
 }
+
+std::span<const ClassSchema* const> AllClasses() noexcept { return kClasses; }
 
 const DocumentSchema& QenSchema() noexcept { return kQenSchema; }
 const DocumentSchema& ZorSchema() noexcept { return kZorSchema; }

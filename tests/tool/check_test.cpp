@@ -163,7 +163,12 @@ TEST_F(Check, XmlIsReportedByLineAndColumn) {
   EXPECT_EQ(out.rfind("a.xml: line ", 0), 0U) << out;
   EXPECT_NE(out.find(": error: "), std::string::npos) << out;
   Save("b.xml", "<Qen><QenMapData></QenMapData></Qen>");
-  EXPECT_EQ(Run("b.xml"), (std::pair<int, std::string>(0, "b.xml: nothing found\n")));
+  EXPECT_EQ(
+      Run("b.xml"),
+      (std::pair<int, std::string>(
+          0,
+          "b.xml: line 1, column 1: warning: Qen: Qen has no QenFileInfo, whose fields count as 0 "
+          "[Q1044 xml-missing-element]\n")));
 }
 
 TEST_F(Check, XmlThatCannotBeStoredIsAnErrorThatNamesTheObject) {
@@ -202,7 +207,8 @@ TEST_F(Check, AFileThatCannotBeOpenedOrRecognisedIsAFindingAndTheOthersAreChecke
             (std::pair<int, std::string>(
                 1,
                 "odd: byte 0: error: neither a map-project nor a draw-data document (see --kind) "
-                "[Q1002 file-not-recognised]\ngood: nothing found\n")));
+                "[Q1002 file-not-recognised]\ngood: nothing found\n"
+                "2 files checked: 1 error, 0 warnings, 0 notes\n")));
 }
 
 TEST_F(Check, BeyondTheDetailsOfAKindTheOthersAreCounted) {
