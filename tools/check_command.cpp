@@ -1,10 +1,16 @@
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
 #include <new>
 #include <optional>
 
 #include "commands.h"
 #include "documents.h"
+#include "files.h"
 #include "finding_printer.h"
 #include "progress.h"
+#include "round_trip.h"
 
 namespace tool {
 
@@ -15,58 +21,107 @@ using qenzor::CheckOptions;
 using qenzor::FindingKind;
 using qenzor::Severity;
 
+/// Findings of a kind that a terminal shows of a file, unless it is asked for more.
+constexpr std::uint64_t kMaxOnTerminal = 20;
+
 const FindingKind& KindNamed(std::string_view name) { return *qenzor::FindFindingKind(name); }
 
 const char* KindName(BinaryKind kind) { return kind == BinaryKind::kQen ? "Qen" : "Zor"; }
+const char* KindWord(BinaryKind kind) {
+  return kind == BinaryKind::kQen ? "a map project" : "draw data";
+}
 
-/// The map that draw data are compared with, read once.
-struct MapToCompare {
+/// A file that could be opened, and what it is.
+struct Opened {
   Input File;
+  DocumentKind Kind;
+};
+
+/// The document that others are compared with, read once.
+struct Partner {
+  Opened Document;
   qenzor::ZIdResult ZIds;
+};
+
+qenzor::ZIdResult ZIdsOf(const Opened& document) {
+  if (!document.Kind.IsXml) return qenzor::CollectZIds(document.File.Bytes, document.Kind.Kind);
+  return qenzor::CollectXmlZIds(LoadText(document.File), document.Kind.Kind);
+}
+
+class CDeafSink : public qenzor::CFindingSink {
+ public:
+  bool Take(const qenzor::Finding& /*finding*/) override { return true; }
 };
 
 /// Checks files one after another and prints what is found in each.
 class CChecker {
  public:
   explicit CChecker(const Options& options)
-      : m_options(options),
-        m_progress(options.Quiet),
-        m_printer(options.Json ? CFindingPrinter::Form::kJson : CFindingPrinter::Form::kText) {
+      : m_options(options), m_progress(options.Quiet), m_printer(FormOf(options)) {
     m_check.MaxDetails = options.MaxFindings;
+    const bool for_people = !options.Json && !options.JsonLines && ::isatty(STDOUT_FILENO) != 0;
+    if (for_people && !options.All)
+      m_check.MaxDetails = std::min(m_check.MaxDetails, kMaxOnTerminal);
+    m_check.RoundTrip = options.RoundTrip;
+    for (const FindingKind& kind : qenzor::FindingKinds())
+      if (!IsWanted(kind)) m_check.Skipped.insert(kind.Code);
   }
 
   int Run() {
-    if (!m_options.Map.empty()) OpenMap();
-    for (const std::string& path : m_options.Files) CheckFile(path);
+    OpenPartner(m_options.Map, "--map", BinaryKind::kQen);
+    OpenPartner(m_options.Draw, "--draw", BinaryKind::kZor);
+    ForEachFile(m_options.Files, m_options.Recursive,
+                [&](const std::string& path, bool in_folder) { CheckFile(path, in_folder); });
+    if (m_files != 1 || m_passed_over > 0) m_printer.Summarise(m_files, m_passed_over);
     m_printer.Finish();
+    RefuseUseless("--map", BinaryKind::kQen);
+    RefuseUseless("--draw", BinaryKind::kZor);
     return m_failed ? 1 : 0;
   }
 
  private:
-  /// Runs f, whose findings are those of a file; what keeps it from being checked is one too.
+  static CFindingPrinter::Form FormOf(const Options& options) {
+    if (options.JsonLines) return CFindingPrinter::Form::kJsonLines;
+    return options.Json ? CFindingPrinter::Form::kJson : CFindingPrinter::Form::kText;
+  }
+
+  bool IsWanted(const FindingKind& kind) const {
+    const auto names = [&kind](const std::vector<std::string>& codes) {
+      return std::ranges::any_of(codes, [&kind](const std::string& code) {
+        return code == kind.Name || code == qenzor::CodeText(kind);
+      });
+    };
+    return (m_options.Only.empty() || names(m_options.Only)) && !names(m_options.Skip);
+  }
+
+  /// Tells of something that is not found in a document's content.
+  void Tell(CheckCounts& counts, const char* code, const std::string& reason,
+            std::uint64_t offset = 0) {
+    const FindingKind& kind = KindNamed(code);
+    if (m_check.Skipped.contains(kind.Code)) return;
+    m_printer.Take({&kind, offset, 0, 0, nullptr, reason});
+    counts.Add(kind, true);
+  }
+
+  /// Runs f, whose findings are those of a file.
   template <class F>
   void ReportOn(const std::string& name, const std::string& kind, F&& f) {
     m_progress.Wipe();
     m_printer.BeginFile(name, kind);
     CheckCounts counts;
-    const auto report = [&](const char* code, const std::string& reason) {
-      const FindingKind& found = KindNamed(code);
-      m_printer.Take({&found, 0, 0, 0, nullptr, reason});
-      counts.Add(found, true);
-    };
     try {
-      f(counts, report);
+      f(counts);
     } catch (const std::bad_alloc&) {
-      report("out-of-memory", "the memory does not suffice");
+      Tell(counts, "out-of-memory", "the memory does not suffice");
     }
     m_printer.EndFile(counts);
     m_failed = m_failed || counts.Of(Severity::kError) > 0 ||
                (m_options.Strict && counts.Of(Severity::kWarning) > 0);
   }
 
-  /// Opens a file and finds out what it is; nothing, and reported, when that fails.
-  std::optional<std::pair<Input, DocumentKind>> Open(const std::string& path,
-                                                     const std::string& kind) {
+  /// Opens a file and finds out what it is; nothing, and reported, when that fails. What is not
+  /// known is passed over in a folder.
+  std::optional<Opened> Open(const std::string& path, const std::string& kind, bool in_folder) {
     const std::string name = path == "-" ? "standard input" : path;
     const char* code = "file-unreadable";
     std::string reason;
@@ -74,92 +129,142 @@ class CChecker {
       m_progress.Stage("checking " + name);
       Input input = ReadInput(path, kind, Need::kAll);
       const DocumentKind found = FindKind(input, kind);
-      return std::pair(std::move(input), found);
+      return Opened{std::move(input), found};
     } catch (const CUnknownKind& failure) {
+      if (in_folder) {
+        ++m_passed_over;
+        return std::nullopt;
+      }
       code = "file-not-recognised";
-      reason = std::string(failure.what()).substr(name.size() + 2);
+      reason = failure.what();
     } catch (const CFailure& failure) {
-      reason = std::string(failure.what()).substr(name.size() + 2);
+      reason = failure.what();
     } catch (const std::bad_alloc&) {
       code = "out-of-memory";
-      reason = "the memory does not suffice";
+      reason = name + ": the memory does not suffice";
     }
-    ReportOn(name, "", [&](CheckCounts&, auto report) { report(code, reason); });
+    ++m_files;
+    ReportOn(name, "",
+             [&](CheckCounts& counts) { Tell(counts, code, reason.substr(name.size() + 2)); });
     return std::nullopt;
   }
 
-  void CheckFile(const std::string& path) {
-    auto opened = Open(path, m_options.Kind);
+  void CheckFile(const std::string& path, bool in_folder) {
+    const std::optional<Opened> opened = Open(path, m_options.Kind, in_folder);
     if (!opened.has_value()) return;
-    const auto& [input, kind] = *opened;
-    ReportOn(input.Name, KindName(kind.Kind), [&](CheckCounts& counts, auto /*report*/) {
-      counts = kind.IsXml ? CheckXml(input, kind.Kind) : CheckBytes(input, kind.Kind);
-    });
-    if (m_map.has_value() && !kind.IsXml && kind.Kind == BinaryKind::kZor) CheckMap(input);
-  }
-
-  CheckCounts CheckBytes(const Input& input, BinaryKind kind) {
+    ++m_files;
+    const BinaryKind kind = opened->Kind.Kind;
+    m_seen.at(static_cast<std::size_t>(kind)) = true;
+    const Partner* const partner = PartnerOf(kind);
     CheckOptions check = m_check;
-    if (m_map.has_value() && m_map->ZIds.IsWhole && kind == BinaryKind::kZor) {
-      check.OtherZIds = &m_map->ZIds.ZIds;
-      check.OtherName = m_map->File.Name;
+    if (partner != nullptr && partner->ZIds.IsWhole) {
+      check.OtherZIds = &partner->ZIds.ZIds;
+      check.OtherName = partner->Document.File.Name;
     }
-    return qenzor::CheckBinary(input.Bytes, kind, check, m_printer);
+    ReportOn(opened->File.Name, KindName(kind), [&](CheckCounts& counts) {
+      CheckCounts all = CheckAs(*opened, check, m_printer);
+      TellOtherKind(*opened, all);
+      if (m_options.RoundTrip && !opened->Kind.IsXml) TellRoundTrip(*opened, all);
+      counts = all;
+    });
+    if (partner != nullptr) CheckPartner(*partner, *opened);
   }
 
-  CheckCounts CheckXml(const Input& input, BinaryKind kind) {
-    CheckCounts counts;
-    const auto report = [&](const char* code, std::uint32_t line, std::uint32_t column,
-                            const std::string& reason) {
-      const FindingKind& found = KindNamed(code);
-      m_printer.Take({&found, 0, line, column, nullptr, reason});
-      counts.Add(found, true);
-    };
+  static CheckCounts CheckAs(const Opened& document, const CheckOptions& check,
+                             qenzor::CFindingSink& sink) {
+    const BinaryKind kind = document.Kind.Kind;
+    if (!document.Kind.IsXml) return qenzor::CheckBinary(document.File.Bytes, kind, check, sink);
+    CheckCounts counts = qenzor::CheckXml(LoadText(document.File), kind, check, sink);
+    const FindingKind& unstorable = KindNamed("xml-unstorable");
+    if (counts.Of(Severity::kError) > 0 || check.Skipped.contains(unstorable.Code)) return counts;
+    // Whatever else keeps it from being stored.
     WithKind(kind, [&](auto name) {
       using Kind = decltype(name);
-      const auto edit = Kind::FromText(input);
-      if (const qenzor::Failure& failure = edit.GetFailure(); !edit)
-        report("xml-refused", failure.Line, failure.Column, failure.Reason);
-      else if (const std::string limit = FindUnstorable(*edit); !limit.empty())
-        report("xml-unstorable", 0, 0, limit);
+      const auto edit = Kind::FromText(document.File);
+      const std::string limit = edit ? FindUnstorable(*edit) : "";
+      if (limit.empty()) return;
+      sink.Take({&unstorable, 0, 1, 1, nullptr, limit});
+      counts.Add(unstorable, true);
     });
     return counts;
   }
 
-  void OpenMap() {
-    auto opened = Open(m_options.Map, "qen");
+  /// Tells that the file looks like one of the other kind than it was said to be.
+  void TellOtherKind(const Opened& opened, CheckCounts& counts) {
+    if (m_options.Kind.empty()) return;
+    try {
+      const DocumentKind looks = FindKind(opened.File, "");
+      if (looks.Kind == opened.Kind.Kind) return;
+      Tell(counts, "file-other-kind",
+           std::string("this looks like ") + KindWord(looks.Kind) + " (" +
+               (looks.IsXml ? KindName(looks.Kind) : IdentOf(opened.File)) + ")");
+    } catch (const CUnknownKind&) {
+      return;  // then what was said holds
+    }
+  }
+
+  static std::string IdentOf(const Input& input) {
+    constexpr std::size_t kLength = 6;
+    return {reinterpret_cast<const char*>(input.Bytes.data()),
+            std::min(input.Bytes.size(), kLength)};
+  }
+
+  /// Where nothing else tells that the document comes back from XML otherwise, but it does.
+  void TellRoundTrip(const Opened& opened, CheckCounts& counts) {
+    if (counts.Of(Severity::kError) > 0) return;
+    for (const FindingKind& kind : qenzor::FindingKinds())
+      if (kind.Name.starts_with("roundtrip-") && counts.Of(kind) > 0) return;
+    if (const auto at = FindRoundTripDifference(opened.File, opened.Kind.Kind); at.has_value())
+      Tell(counts, "roundtrip-other", "what comes back from XML differs from here on", *at);
+  }
+
+  const Partner* PartnerOf(BinaryKind kind) const {
+    const auto& partner = m_partners.at(
+        static_cast<std::size_t>(kind == BinaryKind::kQen ? BinaryKind::kZor : BinaryKind::kQen));
+    return partner.has_value() ? &*partner : nullptr;
+  }
+
+  void OpenPartner(const std::string& path, const std::string& option, BinaryKind kind) {
+    if (path.empty()) return;
+    std::optional<Opened> opened = Open(path, "", false);
     if (!opened.has_value()) return;
-    m_map = MapToCompare{std::move(opened->first), {}};
-    m_map->ZIds = qenzor::CollectZIds(m_map->File.Bytes, BinaryKind::kQen);
-    if (m_map->ZIds.IsWhole) return;
-    ReportOn(m_map->File.Name, "Qen", [&](CheckCounts& counts, auto /*report*/) {
-      counts = qenzor::CheckBinary(
-          m_map->File.Bytes, BinaryKind::kQen,
-          Only([](const FindingKind& found) { return found.Severity == Severity::kError; }),
-          m_printer);
-    });
+    if (opened->Kind.Kind != kind)
+      throw CWrongUsage(option + ' ' + path + ": this is " + KindWord(opened->Kind.Kind) +
+                        ", not " + KindWord(kind));
+    qenzor::ZIdResult z_ids = ZIdsOf(*opened);
+    const Partner& partner = m_partners.at(static_cast<std::size_t>(kind))
+                                 .emplace(Partner{std::move(*opened), std::move(z_ids)});
+    if (partner.ZIds.IsWhole) return;
+    const CheckOptions errors =
+        Only([](const FindingKind& found) { return found.Severity == Severity::kError; });
+    ReportOn(partner.Document.File.Name, KindName(kind),
+             [&](CheckCounts& counts) { counts = CheckAs(partner.Document, errors, m_printer); });
   }
 
-  /// Tells what the map has and the draw data lack, if there is any.
-  void CheckMap(const Input& drawing) {
-    const qenzor::ZIdResult drawn = qenzor::CollectZIds(drawing.Bytes, BinaryKind::kZor);
-    if (!drawn.IsWhole || !m_map->ZIds.IsWhole) return;
-    const FindingKind& not_drawn = KindNamed("z-id-not-drawn");
-    CheckOptions check = Only([&](const FindingKind& found) { return &found == &not_drawn; });
-    check.OtherZIds = &drawn.ZIds;
-    check.OtherName = drawing.Name;
-    CDeaf nobody;
-    if (qenzor::CheckBinary(m_map->File.Bytes, BinaryKind::kQen, check, nobody).Of(not_drawn) == 0)
+  /// Tells what the partner has and the document lacks, if there is any.
+  void CheckPartner(const Partner& partner, const Opened& document) {
+    const qenzor::ZIdResult z_ids = ZIdsOf(document);
+    if (!z_ids.IsWhole || !partner.ZIds.IsWhole) return;
+    CheckOptions check = Only([&](const FindingKind& found) {
+      return found.Name == "z-id-not-drawn" || found.Name == "z-id-nowhere" ||
+             found.Name == "attribute-fits-nothing";
+    });
+    check.OtherZIds = &z_ids.ZIds;
+    check.OtherName = document.File.Name;
+    CDeafSink nobody;
+    if (CheckAs(partner.Document, check, nobody).Of(Severity::kWarning) == 0) return;
+    ReportOn(partner.Document.File.Name, KindName(partner.Document.Kind.Kind),
+             [&](CheckCounts& counts) { counts = CheckAs(partner.Document, check, m_printer); });
+  }
+
+  /// Refuses a document to compare with when there was none to compare.
+  void RefuseUseless(const std::string& option, BinaryKind partner) const {
+    const BinaryKind kind = partner == BinaryKind::kQen ? BinaryKind::kZor : BinaryKind::kQen;
+    if (!m_partners.at(static_cast<std::size_t>(partner)).has_value() ||
+        m_seen.at(static_cast<std::size_t>(kind)))
       return;
-    ReportOn(m_map->File.Name, "Qen", [&](CheckCounts& counts, auto /*report*/) {
-      counts = qenzor::CheckBinary(m_map->File.Bytes, BinaryKind::kQen, check, m_printer);
-    });
+    throw CWrongUsage(option + " is of no use: none of the files is " + KindWord(kind));
   }
-
-  class CDeaf : public qenzor::CFindingSink {
-   public:
-    bool Take(const qenzor::Finding& /*finding*/) override { return false; }
-  };
 
   template <class Wanted>
   CheckOptions Only(Wanted&& wanted) const {
@@ -173,12 +278,26 @@ class CChecker {
   CProgress m_progress;
   CFindingPrinter m_printer;
   CheckOptions m_check;
-  std::optional<MapToCompare> m_map;
+  std::array<std::optional<Partner>, 2> m_partners;  ///< by their kind
+  std::array<bool, 2> m_seen{};                      ///< kinds of the files that were checked
+  std::uint64_t m_files = 0;
+  std::uint64_t m_passed_over = 0;
   bool m_failed = false;
 };
 
 }  // namespace
 
-int RunCheck(const Options& options) { return CChecker(options).Run(); }
+int RunCheck(const Options& options) {
+  for (const auto* codes : {&options.Only, &options.Skip})
+    for (const std::string& code : *codes)
+      if (qenzor::FindFindingKind(code) == nullptr)
+        throw CWrongUsage("no kind of finding is called " + code + " (see --list-codes)");
+  if (options.ListCodes) {
+    PrintCodes(options.Json);
+    return 0;
+  }
+  if (options.Files.empty()) throw CWrongUsage("check: FILE is required");
+  return CChecker(options).Run();
+}
 
 }  // namespace tool

@@ -13,9 +13,17 @@ struct Options {
   std::string Encoding = "shift_jis";  ///< of XML text: "shift_jis", "utf-8" or "auto"
   std::string In;
   std::string Out;
-  std::string Map;  ///< a map whose z-ids check compares
+  std::string Map;   ///< a map whose z-ids check compares
+  std::string Draw;  ///< draw data whose z-ids check compares
   std::vector<std::string> Files;
   std::uint64_t MaxFindings = 1000;  ///< told of each kind and file
+  std::vector<std::string> Only;     ///< codes or names of findings
+  std::vector<std::string> Skip;
+  bool ListCodes = false;
+  bool RoundTrip = false;
+  bool Recursive = false;
+  bool All = false;  ///< a terminal gets all findings too
+  bool JsonLines = false;
   bool Json = false;
   bool Strict = false;
   bool Quiet = false;

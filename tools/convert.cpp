@@ -1,10 +1,12 @@
 // copy, to-xml and from-xml.
 
+#include <algorithm>
 #include <cctype>
 #include <iostream>
 
 #include "commands.h"
 #include "documents.h"
+#include "losses.h"
 #include "output.h"
 #include "progress.h"
 
@@ -48,6 +50,17 @@ DocumentKind FindBinaryKind(const Input& input, const Options& options) {
   return kind;
 }
 
+/// Whether the content is that of a binary document.
+bool IsBinary(const Input& input) try {
+  constexpr std::size_t kEnough = 64;
+  Input content{input.Name, "", false, 0, {}};
+  content.Bytes.assign(input.Bytes.begin(),
+                       input.Bytes.begin() + std::min(input.Bytes.size(), kEnough));
+  return !FindKind(content, "").IsXml;
+} catch (const CUnknownKind&) {
+  return false;
+}
+
 }  // namespace
 
 int RunCopy(const Options& options) {
@@ -76,7 +89,11 @@ int RunToXml(const Options& options) {
     WriteOutput(options.Out, [&](qenzor::CFile& file) {
       return static_cast<bool>(Kind::ToText(file, *document, EncodingOf(options)));
     });
-    return 0;
+    const std::string losses = DescribeLosses(input, Kind::kKind, EncodingOf(options));
+    if (losses.empty()) return 0;
+    progress.Wipe();
+    std::cerr << Complaint(input.Name + ": " + losses);
+    return options.Strict ? 1 : 0;
   });
 }
 
@@ -84,6 +101,7 @@ int RunFromXml(const Options& options) {
   CProgress progress(options.Quiet);
   progress.Stage("reading XML");
   const Input input = ReadXmlInput(options.In);
+  if (IsBinary(input)) throw CFailure(input.Name, "is a binary document, not XML");
   qenzor::XmlReadOptions reading;
   reading.Encoding = EncodingOf(options);
   reading.Warn = [&](std::string_view what) {

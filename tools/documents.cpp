@@ -1,5 +1,8 @@
 #include "documents.h"
 
+#include <fstream>
+#include <iterator>
+
 namespace tool {
 
 namespace {
@@ -29,6 +32,14 @@ std::string DescribeError(const Input& input, BinaryKind kind) {
   const Input again = input.IsRegular ? ReadInput(input.Path, asked, Need::kAll) : Input{};
   qenzor::CheckBinary(input.IsRegular ? again.Bytes : input.Bytes, kind, options, first);
   return first.GetText().empty() ? "out of memory" : first.GetText();
+}
+
+std::string LoadText(const Input& input) {
+  if (!input.IsRegular) return std::string(TextOf(input));
+  std::ifstream file(input.Path, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  if (!file) throw CFailure(input.Name, "cannot be read");
+  return text;
 }
 
 std::string DescribeXmlError(const qenzor::Failure& failure) {

@@ -19,6 +19,10 @@ inline std::string_view TextOf(const Input& input) {
   return {reinterpret_cast<const char*>(input.Bytes.data()), input.Bytes.size()};
 }
 
+/// All of the text of an input that is XML, of which the front alone may be in memory. Throws
+/// CFailure when it cannot be read.
+std::string LoadText(const Input& input);
+
 /// The two kinds of document under the same names.
 struct QenKind {
   static constexpr BinaryKind kKind = BinaryKind::kQen;

@@ -20,4 +20,10 @@ class CFailure : public std::runtime_error {
       : std::runtime_error(file + ": " + what) {}
 };
 
+/// The command line asks for what makes no sense.
+class CWrongUsage : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 }  // namespace tool

@@ -113,6 +113,8 @@ void CFindingPrinter::TakeText(const qenzor::Finding& finding) {
 }
 
 void CFindingPrinter::EndFile(const qenzor::CheckCounts& counts) {
+  for (std::size_t i = 0; i < m_sums.size(); ++i)
+    m_sums.at(i) += counts.Of(static_cast<qenzor::Severity>(i));
   if (m_form == Form::kJson) {
     EndFileJson(counts);
   } else {
@@ -145,8 +147,36 @@ void CFindingPrinter::EndFileJson(const qenzor::CheckCounts& counts) {
       Dump("more", -1) + ": " + DumpInside(more, kFileIndent) + "\n  }");
 }
 
+void CFindingPrinter::Summarise(std::uint64_t files, std::uint64_t passed_over) {
+  if (m_form != Form::kText) return;
+  const auto counted = [](std::uint64_t count, const std::string& what) {
+    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+  };
+  Put(counted(files, "file") + " checked: " + counted(m_sums[2], "error") + ", " +
+      counted(m_sums[1], "warning") + ", " + counted(m_sums[0], "note") +
+      (passed_over == 0 ? "" : "; " + counted(passed_over, "other file") + " passed over") + '\n');
+}
+
 void CFindingPrinter::Finish() {
   if (m_form == Form::kJson) Put(m_has_files ? "\n]\n" : "[]\n");
+  Flush();
+}
+
+void PrintCodes(bool as_json) {
+  Json codes = Json::array();
+  std::string text;
+  for (const qenzor::FindingKind& kind : qenzor::FindingKinds()) {
+    const std::string code = qenzor::CodeText(kind);
+    codes.push_back({{"code", code},
+                     {"name", kind.Name},
+                     {"severity", qenzor::SeverityName(kind.Severity)},
+                     {"meaning", kind.Meaning},
+                     {"proposal", kind.Proposal}});
+    text += code + ' ' + std::string(kind.Name) + " (" +
+            std::string(qenzor::SeverityName(kind.Severity)) + ")\n    " +
+            std::string(kind.Meaning) + ' ' + std::string(kind.Proposal) + '\n';
+  }
+  Put(as_json ? Dump(codes, 2) + '\n' : text);
   Flush();
 }
 

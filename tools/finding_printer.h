@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "qenzor/check/check.h"
@@ -20,6 +21,8 @@ class CFindingPrinter : public qenzor::CFindingSink {
   bool Take(const qenzor::Finding& finding) override;
   /// Ends the file; counts tells of what was found and not told.
   void EndFile(const qenzor::CheckCounts& counts);
+  /// Tells of so many files in all, for people.
+  void Summarise(std::uint64_t files, std::uint64_t passed_over);
   /// Ends everything.
   void Finish();
 
@@ -33,6 +36,10 @@ class CFindingPrinter : public qenzor::CFindingSink {
   std::string m_kind;
   bool m_has_files = false;
   bool m_has_findings = false;
+  std::array<std::uint64_t, 3> m_sums{};  ///< by severity
 };
+
+/// Prints everything that can be found.
+void PrintCodes(bool as_json);
 
 }  // namespace tool

@@ -1,16 +1,19 @@
 // qenzor: reads, copies, converts and checks map-project and draw-data documents.
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <new>
 #include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "commands.h"
 #include "failure.h"
 #include "output.h"
 #include "qenzor/version.h"
+#include "usage.h"
 
 namespace {
 
@@ -52,6 +55,9 @@ int main(int argc, char** argv) try {
   app.name("qenzor");
   app.set_version_flag("--version", "qenzor " QENZOR_VERSION);
   app.require_subcommand(1);
+  app.footer(
+      "Exit status: 0 when all is well, 1 when a command failed or check found damage, 2 when the "
+      "command line is wrong.\nqenzor COMMAND --help tells of one command.");
   app.failure_message([](const CLI::App* /*app*/, const CLI::Error& error) {
     return tool::Complaint(std::string(error.what()) + " (qenzor --help tells more)");
   });
@@ -64,6 +70,7 @@ int main(int argc, char** argv) try {
   AddInOut(copy, options);
   CLI::App* to_xml =
       AddCommand(app, options, "to-xml", "Turn a document into XML", &tool::RunToXml, chosen);
+  to_xml->add_flag("--strict", options.Strict, "Exit 1 when something is not in the XML form");
   AddEncoding(to_xml, options, {"shift_jis", "utf-8"}, "Encoding of the text");
   AddInOut(to_xml, options);
   CLI::App* from_xml =
@@ -79,15 +86,42 @@ int main(int argc, char** argv) try {
                                "Tell what is wrong with documents: errors refuse to be read, "
                                "warnings are dropped silently",
                                &tool::RunCheck, chosen);
-  check->add_flag("--json", options.Json, "Print JSON");
+  CLI::Option* json = check->add_flag("--json", options.Json, "Print one JSON document");
+  check->add_flag("--jsonl", options.JsonLines, "Print a line of JSON for each finding")
+      ->excludes(json);
   check->add_flag("--strict", options.Strict, "Exit 1 for warnings too");
+  check->add_flag("--roundtrip", options.RoundTrip,
+                  "Tell what a binary document loses on its way through XML");
+  check->add_flag("--recursive", options.Recursive, "Check the files in folders, and below");
+  check->add_flag("--all", options.All, "Show a terminal more than 20 findings of a kind");
   check
       ->add_option("--max-findings", options.MaxFindings,
                    "How many findings of each kind are told for a file; others are counted")
       ->capture_default_str();
+  check->add_option("--only", options.Only, "Codes or names of the only findings to tell of")
+      ->delimiter(',')
+      ->allow_extra_args(false);
+  check->add_option("--skip", options.Skip, "Codes or names of findings not to tell of")
+      ->delimiter(',')
+      ->allow_extra_args(false);
+  check->add_flag("--list-codes", options.ListCodes, "Tell what can be found, and end");
   check->add_option("--map", options.Map, "Map whose z-ids draw attributes should name");
-  check->add_option("FILE", options.Files, "Documents or XML; - for standard input")->required();
+  check->add_option("--draw", options.Draw, "Draw data that should draw a map's z-ids");
+  check->footer(
+      "Exit status: 0 nothing that counts, 1 errors (with --strict warnings too), 2 wrong usage.\n"
+      "Examples:\n"
+      "  qenzor check map.qen drawing.xml\n"
+      "  qenzor check --strict --roundtrip --map map.qen drawing.zor\n"
+      "  qenzor check --recursive --jsonl --skip Q1061 maps/");
+  check->add_option("FILE", options.Files, "Documents or XML; - for standard input");
 
+  const std::string word = argc > 1 ? argv[1] : "";
+  std::vector<std::string> commands;
+  for (const CLI::App* command : app.get_subcommands({})) commands.push_back(command->get_name());
+  if (!word.empty() && word.front() != '-' && std::ranges::find(commands, word) == commands.end()) {
+    Complain(tool::DescribeUnknownCommand(word, commands));
+    return kWrongUsage;
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -99,6 +133,9 @@ int main(int argc, char** argv) try {
   tool::WatchSignals();
   try {
     return chosen(options);
+  } catch (const tool::CWrongUsage& wrong) {
+    Complain(wrong.what());
+    return kWrongUsage;
   } catch (const tool::CFailure& failure) {
     Complain(failure.what());
   } catch (const std::bad_alloc&) {

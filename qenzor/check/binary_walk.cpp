@@ -28,7 +28,8 @@ class CBinaryWalk {
       return false;
     }
     PathNode root{nullptr, schema.Root->Tag, schema.Root->Id};
-    Block info{root, 0, schema.InfoSize, false};
+    PathNode info_node{&root, schema.InfoTag};
+    Block info{info_node, 0, schema.InfoSize, false};
     WalkFields(info, schema.InfoFields);
     if (m_bytes.size() - schema.InfoSize < kHeaderSize) {
       m_reporter.Report(Code::kTruncated, m_bytes.size(), &root,
@@ -161,9 +162,16 @@ class CBinaryWalk {
     if (schema.Consumed != nullptr) block.Limit = m_bytes.size();
     block.Limit = std::max(block.Limit, data);
     if (!WalkFields(block, schema.Fields)) return false;
-    if (schema.Consumed != nullptr)
-      block.At = data + schema.Consumed(static_cast<std::uint32_t>(block.BeforeElements - data),
-                                        static_cast<std::uint32_t>(block.At - data));
+    if (schema.Consumed == nullptr) return true;
+    const auto size = static_cast<std::uint32_t>(block.At - data);
+    block.At =
+        data + schema.Consumed(static_cast<std::uint32_t>(block.BeforeElements - data), size);
+    if (block.At != data + size)
+      Warn(Code::kNameWraps, data, block.Node, [&] {
+        return CString(schema.Fields.front().Members.front().Tag) +
+               " is so long that the count of the fields' bytes wraps; their end is read as "
+               "sub-chunks";
+      });
     return true;
   }
 
@@ -220,16 +228,55 @@ class CBinaryWalk {
   bool WalkValues(Block& block, const FieldSchema& field, std::uint64_t count) {
     std::uint64_t at = block.At;
     if (!Skip(block, field.Tag, count * field.Size)) return false;
-    if (field.Role == Role::kNone || m_dropped != 0) return true;
-    for (; at < block.At; at += field.Size) TakeValue(block, field, LoadNumber(at, field), at);
+    if (m_dropped != 0 || (field.Role == Role::kNone && !IsMore(field.Shape))) return true;
+    for (; at < block.At; at += field.Size) TakeValue(block, field, at);
     return true;
   }
 
-  void TakeValue(Block& block, const FieldSchema& field, std::uint64_t value, std::uint64_t at) {
+  bool IsMore(Shape shape) const {
+    return m_wants_more && (shape == Shape::kFloat || shape == Shape::kPoint ||
+                            shape == Shape::kRect || shape == Shape::kRecord);
+  }
+
+  /// Tells the listener of one value whose bytes are known to be there.
+  void TakeValue(Block& block, const FieldSchema& field, std::uint64_t at) {
+    switch (field.Shape) {
+      case Shape::kRecord:
+        m_listener.Record(block.Node, field, at);
+        for (const FieldSchema& member : field.Members) {
+          if (member.Role != Role::kNone || IsMore(member.Shape)) TakeValue(block, member, at);
+          at += member.Size;
+        }
+        return;
+      case Shape::kIdent:
+        return m_listener.Ident(
+            block.Node, {reinterpret_cast<const char*>(m_bytes.data() + at), field.Size}, at);
+      case Shape::kRect:
+        return m_listener.Rect(block.Node, field,
+                               {LoadCoordinate(at, field), LoadCoordinate(at + field.Width, field),
+                                LoadCoordinate(at + 2U * field.Width, field),
+                                LoadCoordinate(at + 3U * field.Width, field)},
+                               at);
+      case Shape::kPoint:
+        return m_listener.Point(
+            block.Node, field, {LoadCoordinate(at, field), LoadCoordinate(at + field.Width, field)},
+            at);
+      case Shape::kFloat:
+        return m_listener.Real(block.Node, field, Load<float>(at), at);
+      default:
+        return TakeInteger(block, field, LoadNumber(at, field), at);
+    }
+  }
+
+  std::int32_t LoadCoordinate(std::uint64_t at, const FieldSchema& field) const {
+    return field.Width == 2 ? Load<std::int16_t>(at) : Load<std::int32_t>(at);
+  }
+
+  void TakeInteger(Block& block, const FieldSchema& field, std::uint64_t value, std::uint64_t at) {
     if (field.Role == Role::kMeshSegmentNo || field.Role == Role::kLayerNo ||
         field.Role == Role::kZId)
       block.Node.Number = value;
-    m_listener.Value(block.Node, field, value, at);
+    m_listener.Integer(block.Node, field, value, at);
   }
 
   bool WalkText(Block& block, const FieldSchema& field) {
@@ -248,6 +295,10 @@ class CBinaryWalk {
     if (size % 2 != 0)
       Warn(Code::kTextOddSize, at, block.Node,
            [&] { return CString(field.Tag) + " has an odd byte count; its last byte is dropped"; });
+    if (m_wants_more && m_dropped == 0) {
+      DecodeStoredText(m_bytes.data() + text, static_cast<std::uint32_t>(size), m_text);
+      m_listener.Text(block.Node, field, m_text, text);
+    }
     if (size < 2) return true;
     const auto mark = Load<std::uint16_t>(text);
     if (mark != 0xFEFF && mark != 0xFFFE) {
@@ -316,6 +367,8 @@ class CBinaryWalk {
   std::span<const std::uint8_t> m_bytes;
   CReporter& m_reporter;
   CContentListener& m_listener;
+  bool m_wants_more = m_listener.WantsMore();
+  CStringW m_text;
   /// Whether the file ends before the root chunk does.
   bool m_is_cut = false;
   /// How many of the chunks around the one at hand are dropped.

@@ -1,7 +1,13 @@
 #include "qenzor/check/check.h"
 
 #include "qenzor/check/binary_walk_impl.h"
+#include "qenzor/check/line_index_impl.h"
+#include "qenzor/check/round_trip_impl.h"
 #include "qenzor/check/value_checks_impl.h"
+#include "qenzor/check/xml_text_impl.h"
+#include "qenzor/check/xml_walk_impl.h"
+#include "qenzor/qen_xml.h"
+#include "qenzor/zor_xml.h"
 
 namespace qenzor {
 
@@ -16,15 +22,60 @@ const check::DocumentSchema& SchemaOf(BinaryKind kind) noexcept {
   return kind == BinaryKind::kQen ? check::QenSchema() : check::ZorSchema();
 }
 
-check::Facts CollectFacts(std::span<const std::uint8_t> bytes, BinaryKind kind) {
+/// Reports in the lines of a text.
+class CXmlReporter : public check::CReporter {
+ public:
+  CXmlReporter(std::string_view text, BinaryKind kind, const CheckOptions& options,
+               CFindingSink& sink)
+      : CReporter(kind, options, sink), m_lines(text) {}
+
+  CString DescribePlace(std::uint64_t offset) const override {
+    return "line " + std::to_string(m_lines.Find(offset).Line);
+  }
+
+ protected:
+  void FindLine(Finding& finding) const override {
+    const check::CLineIndex::Place place = m_lines.Find(finding.Offset);
+    finding.Line = place.Line;
+    finding.Column = place.Column;
+  }
+
+ private:
+  mutable check::CLineIndex m_lines;
+};
+
+/// Gathers what walk, given a reporter and a listener, tells.
+template <class Walk>
+check::Facts CollectFacts(std::uint64_t size, BinaryKind kind, Walk&& walk) {
   check::Facts facts;
-  check::CFactCollector collector(facts);
+  check::CFactCollector collector(facts, size);
   CDeafSink nobody;
   CheckOptions options;
   options.FirstErrorOnly = true;
-  check::CReporter reporter(options, nobody);
-  facts.IsWhole = check::WalkBinary(bytes, SchemaOf(kind), reporter, collector);
+  check::CReporter reporter(kind, options, nobody);
+  facts.IsWhole = walk(reporter, collector);
   return facts;
+}
+
+check::Facts CollectFacts(std::span<const std::uint8_t> bytes, BinaryKind kind) {
+  return CollectFacts(bytes.size(), kind, [&](auto& reporter, auto& collector) {
+    return check::WalkBinary(bytes, SchemaOf(kind), reporter, collector);
+  });
+}
+
+check::Facts CollectFacts(std::string_view text, BinaryKind kind) {
+  return CollectFacts(text.size(), kind, [&](auto& reporter, auto& collector) {
+    check::WalkXml(text, SchemaOf(kind), reporter, collector);
+    return !reporter.IsStopped();
+  });
+}
+
+/// Why no document can be made of the text; nothing when one can.
+std::optional<Failure> FindRefusal(std::string_view text, BinaryKind kind) {
+  const auto failure_of = [](const auto& edit) {
+    return edit ? std::nullopt : std::optional<Failure>(edit.GetFailure());
+  };
+  return kind == BinaryKind::kQen ? failure_of(ParseQenXml(text)) : failure_of(ParseZorXml(text));
 }
 
 }  // namespace
@@ -55,17 +106,42 @@ std::uint64_t CheckCounts::Of(Severity severity) const noexcept {
 
 CheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
                         const CheckOptions& options, CFindingSink& sink) {
-  check::CReporter reporter(options, sink);
+  check::CReporter reporter(kind, options, sink);
   check::Facts facts;
   // Only draw data have parts that point at others further on.
   if (kind == BinaryKind::kZor && !options.FirstErrorOnly) facts = CollectFacts(bytes, kind);
   check::CValueChecks values(reporter, facts);
-  check::WalkBinary(bytes, SchemaOf(kind), reporter, values);
+  check::CRoundTripChecks round_trip(reporter);
+  check::CBothListeners both(values, round_trip);
+  check::CContentListener& all = both;
+  check::WalkBinary(bytes, SchemaOf(kind), reporter, options.RoundTrip ? all : values);
+  return reporter.GetCounts();
+}
+
+CheckCounts CheckXml(std::string_view text, BinaryKind kind, const CheckOptions& options,
+                     CFindingSink& sink) {
+  const check::DocumentSchema& schema = SchemaOf(kind);
+  CXmlReporter reporter(text, kind, options, sink);
+  if (const auto refusal = FindRefusal(text, kind); refusal.has_value()) {
+    check::ReportXmlRefusal(text, schema, *refusal, reporter);
+    return reporter.GetCounts();
+  }
+  check::CheckXmlEncoding(text, reporter);
+  check::Facts facts;
+  if (kind == BinaryKind::kZor) facts = CollectFacts(text, kind);
+  check::CValueChecks values(reporter, facts);
+  check::WalkXml(text, schema, reporter, values);
   return reporter.GetCounts();
 }
 
 ZIdResult CollectZIds(std::span<const std::uint8_t> bytes, BinaryKind kind) {
   check::Facts facts = CollectFacts(bytes, kind);
+  return {std::move(facts.ZIds), facts.IsWhole};
+}
+
+ZIdResult CollectXmlZIds(std::string_view text, BinaryKind kind) {
+  if (FindRefusal(text, kind).has_value()) return {};
+  check::Facts facts = CollectFacts(text, kind);
   return {std::move(facts.ZIds), facts.IsWhole};
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "qenzor/check/finding.h"
@@ -17,11 +18,21 @@ enum class BinaryKind : std::uint8_t { kQen, kZor };
 /// The z-ids that a document names: of a map's objects, or of draw attributes.
 class QENZOR_EXPORT CZIdTable {
  public:
-  void Add(std::uint64_t z_id) { m_z_ids.Set(z_id, 0); }
+  /// Kinds has a bit for the chunk id of each kind of object under the z-id.
+  void Add(std::uint64_t z_id, std::uint32_t kinds = 0) {
+    if (std::uint32_t* const known = m_z_ids.Find(z_id); known != nullptr)
+      *known |= kinds;
+    else
+      m_z_ids.Set(z_id, kinds);
+  }
   bool Has(std::uint64_t z_id) const noexcept { return m_z_ids.Find(z_id) != nullptr; }
+  std::uint32_t KindsOf(std::uint64_t z_id) const noexcept {
+    const std::uint32_t* const kinds = m_z_ids.Find(z_id);
+    return kinds == nullptr ? 0 : *kinds;
+  }
 
  private:
-  CMap<std::uint64_t, std::uint8_t> m_z_ids{1};
+  CMap<std::uint64_t, std::uint32_t> m_z_ids{1};
 };
 
 struct CheckOptions {
@@ -31,6 +42,8 @@ struct CheckOptions {
   std::set<std::uint16_t> Skipped;
   /// Stops at the first error.
   bool FirstErrorOnly = false;
+  /// Whether to tell what a binary document loses when it becomes XML and is read again.
+  bool RoundTrip = false;
   /// The z-ids of the document that this one belongs with, and how messages call it; null to leave
   /// that out.
   const CZIdTable* OtherZIds = nullptr;
@@ -66,12 +79,19 @@ class QENZOR_EXPORT CheckCounts {
 QENZOR_EXPORT CheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
                                       const CheckOptions& options, CFindingSink& sink);
 
-/// What a document's bytes tell about its z-ids, and whether all of it could be walked.
+/// The same for XML text: everything that making a document of it would refuse, drop or change, and
+/// what its values say against each other.
+QENZOR_EXPORT CheckCounts CheckXml(std::string_view text, BinaryKind kind,
+                                   const CheckOptions& options, CFindingSink& sink);
+
+/// What a document tells about its z-ids, and whether reading takes it.
 struct ZIdResult {
   CZIdTable ZIds;
   bool IsWhole = false;
 };
 [[nodiscard]] QENZOR_EXPORT ZIdResult CollectZIds(std::span<const std::uint8_t> bytes,
                                                   BinaryKind kind);
+/// The same of XML text.
+[[nodiscard]] QENZOR_EXPORT ZIdResult CollectXmlZIds(std::string_view text, BinaryKind kind);
 
 }  // namespace qenzor

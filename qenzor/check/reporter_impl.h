@@ -10,7 +10,8 @@ namespace qenzor::check {
 /// What checks report to: counts, leaves out, and has a finding's text made only when it is told.
 class CReporter {
  public:
-  CReporter(const CheckOptions& options, CFindingSink& sink) : m_options(options), m_sink(sink) {}
+  CReporter(BinaryKind kind, const CheckOptions& options, CFindingSink& sink)
+      : m_kind(kind), m_options(options), m_sink(sink) {}
   virtual ~CReporter() = default;
   CReporter(const CReporter&) = delete;
   CReporter& operator=(const CReporter&) = delete;
@@ -38,6 +39,8 @@ class CReporter {
   }
   /// Whether nothing more will be told.
   bool IsStopped() const noexcept { return m_stopped; }
+  /// Of the document.
+  BinaryKind GetKind() const noexcept { return m_kind; }
   const CheckOptions& GetOptions() const noexcept { return m_options; }
   const CheckCounts& GetCounts() const noexcept { return m_counts; }
 
@@ -46,6 +49,7 @@ class CReporter {
   virtual void FindLine(Finding& /*finding*/) const {}
 
  private:
+  BinaryKind m_kind;
   const CheckOptions& m_options;
   CFindingSink& m_sink;
   CheckCounts m_counts;

@@ -21,8 +21,18 @@ constexpr bool kIsKeyed = requires {
 };
 
 constexpr Role RoleOf(std::string_view tag) {
-  constexpr std::array<std::pair<std::string_view, Role>, 5> kRoles{
-      {{"MeshSegmentNo", Role::kMeshSegmentNo},
+  constexpr std::array<std::pair<std::string_view, Role>, 15> kRoles{
+      {{"Ident", Role::kIdent},
+       {"Magic", Role::kMagic},
+       {"MajorVer", Role::kMajorVer},
+       {"MinorVer", Role::kMinorVer},
+       {"SegmentNumX", Role::kSegmentNumX},
+       {"SegmentNumY", Role::kSegmentNumY},
+       {"IncRect", Role::kIncRect},
+       {"ScData", Role::kScaleBand},
+       {"DenomMax", Role::kDenomMax},
+       {"DenomMin", Role::kDenomMin},
+       {"MeshSegmentNo", Role::kMeshSegmentNo},
        {"LayerNo", Role::kLayerNo},
        {"ZId", Role::kZId},
        {"DrawInfoIdx", Role::kDrawInfoIdx},
@@ -60,6 +70,7 @@ constexpr FieldSchema ValueSchema(std::string_view tag) {
                               : schema.Shape == Shape::kPoint ? 2
                                                               : 1;
   schema.Width = static_cast<std::uint8_t>(schema.Size / parts);
+  schema.IsCutInMemory = std::is_same_v<Value, CPoint16>;
   schema.KeepsWhenEmpty = std::is_same_v<Coding, KeptNumberCoding>;
   return schema;
 }
@@ -104,7 +115,7 @@ constexpr FieldSchema SchemaOf(const ArrayField<O, Array>& f) {
   using Element = typename Array::value_type;
   FieldSchema schema;
   if constexpr (HasFields<Element>) {
-    schema = {f.Tag, Shape::kRecord};
+    schema = {f.Tag, Shape::kRecord, RoleOf(f.Tag)};
     schema.Members = kFields<RecordList<Element>>;
     if constexpr (IsFixedSize<Element>()) schema.Size = PackedSize<Element>();
   } else {
@@ -202,6 +213,8 @@ const ClassSchema* FindClass(std::string_view tag) noexcept {
     if (schema != nullptr && schema->Tag == tag) return schema;
   return nullptr;
 }
+
+std::span<const ClassSchema* const> AllClasses() noexcept { return kClasses; }
 
 const DocumentSchema& QenSchema() noexcept { return kQenSchema; }
 const DocumentSchema& ZorSchema() noexcept { return kZorSchema; }

@@ -27,6 +27,16 @@ enum class Shape : std::uint8_t {
 /// What a value means to the checks, where its shape does not say it.
 enum class Role : std::uint8_t {
   kNone,
+  kIdent,
+  kMagic,
+  kMajorVer,
+  kMinorVer,
+  kSegmentNumX,
+  kSegmentNumY,
+  kIncRect,
+  kScaleBand,
+  kDenomMax,
+  kDenomMin,
   kMeshSegmentNo,
   kLayerNo,
   kZId,
@@ -43,6 +53,7 @@ struct FieldSchema {
   std::uint8_t Width = 0;       ///< bytes of a number, or of each coordinate, in the file
   std::uint8_t CountWidth = 0;  ///< bytes of an array's count; 0 for what is no array
   bool KeepsWhenEmpty = false;  ///< an element without text leaves the value alone
+  bool IsCutInMemory = false;   ///< coordinates that have 16 bits in memory too
   std::uint32_t Size = 0;       ///< bytes of one value in the file; 0 when they vary
   std::uint32_t MaxBytes = 0;   ///< of a text: the longest that reading accepts
   std::span<const FieldSchema> Members{};  ///< of a group or a record
@@ -64,6 +75,9 @@ struct ClassSchema {
 /// The class of a chunk id, or of an element's tag; null when there is none.
 const ClassSchema* FindClass(std::uint32_t id) noexcept;
 const ClassSchema* FindClass(std::string_view tag) noexcept;
+
+/// All classes by their chunk ids; null where there is none.
+std::span<const ClassSchema* const> AllClasses() noexcept;
 
 /// A document as a whole.
 struct DocumentSchema {

@@ -26,12 +26,27 @@ void SetU32(Bytes& bytes, std::size_t at, std::uint32_t value) {
 Bytes MapWith(const std::vector<Bytes>& segment_chunks) {
   Bytes data = Bytes().U16(1);
   for (const Bytes& chunk : segment_chunks) data.Add(chunk);
-  return QenInfoBytes().Add(
+  return GoodQenInfo().Add(
       Chunk(id::kQenMapData, SetChunk(id::kMeshSegmentSet, {Chunk(id::kMeshSegment, data)})));
 }
 
 /// A map with these objects in its one object set.
-Bytes MapOf(const std::vector<Bytes>& objects) { return QenInfoBytes().Add(MapDataBytes(objects)); }
+Bytes MapOf(const std::vector<Bytes>& objects) { return GoodQenInfo().Add(MapDataBytes(objects)); }
+
+/// A label's draw info that shows this mark.
+Bytes LabelInfoBytes(std::uint32_t mark) {
+  return Chunk(id::kCmbLblDrawInfo,
+               Bytes().U16(2).U32(mark).U8(0).U16(0).U8(0).U32(0).U32(0).U32(0).U16(0));
+}
+
+/// Draw data with a mark and two draw infos, all used.
+Bytes GoodDrawing() {
+  return GoodZorInfo().Add(DrawDataBytes(
+      {SetChunk(id::kDrawAtterSet, {AtterBytes(0, {1, 0}), AtterBytes(1)}),
+       SetChunk(id::kDrawInfoSet, {LineInfoBytes(7), LabelInfoBytes(0)}),
+       SetChunk(id::kMarkDataSet,
+                {MarkBytes({-5, -6, 5, 6}, {MarkElemBytes(1, 2, 0xFF0000FF, {{3, -4}})})})}));
+}
 
 constexpr const char* kSegment = "MeshSegmentSet/MeshSegment[0]";
 constexpr const char* kObjSet =
@@ -57,7 +72,7 @@ void ExpectFound(const Bytes& document, BinaryKind kind, const std::vector<Found
 TEST(BinaryDamage, AGoodDocumentHasNothingToFind) {
   ExpectFound(MapOf({LineBytes({{1, 2}, {3, 4}}), LabelBytes(u"a", InfoSetBytes(u"b"))}),
               BinaryKind::kQen, {});
-  ExpectFound(ZorDocumentBytes(), BinaryKind::kZor, {});
+  ExpectFound(GoodDrawing(), BinaryKind::kZor, {});
 }
 
 TEST(BinaryDamage, TheFileInfoAndTheRootHeaderMayBeMissing) {
@@ -70,7 +85,7 @@ TEST(BinaryDamage, TheFileInfoAndTheRootHeaderMayBeMissing) {
 TEST(BinaryDamage, EveryCutIsOneFindingAtTheInnermostChunk) {
   for (const auto& [document, kind] :
        {std::pair(MapOf({LineBytes({{1, 2}, {3, 4}}, InfoSetBytes(u"b"))}), BinaryKind::kQen),
-        std::pair(ZorDocumentBytes(), BinaryKind::kZor)})
+        std::pair(GoodDrawing(), BinaryKind::kZor)})
     for (std::uint32_t size = 0; size < document.size(); ++size) {
       const Bytes cut = document.Front(size);
       const std::vector<Found> found = FindingsOf(cut, kind);
@@ -157,7 +172,7 @@ TEST(BinaryDamage, TextsThatLoseSomethingAreWarnings) {
               {{"Q1024", at + 6, url}});
   const Bytes brush =
       Chunk(id::kPolyBmpBrushDrawInfo, Bytes().Text(std::u16string(32, u'x')).U16(0));
-  ExpectFound(ZorInfoBytes().Add(DrawDataBytes({SetChunk(id::kDrawInfoSet, {brush})})),
+  ExpectFound(GoodZorInfo().Add(DrawDataBytes({SetChunk(id::kDrawInfoSet, {brush})})),
               BinaryKind::kZor,
               {{"Q1015", kZorRoot + 8 + 8 + 4 + 8 + 2, "DrawInfoSet/PolyBmpBrushDrawInfo[0]"}});
 }
@@ -170,19 +185,17 @@ TEST(BinaryDamage, MorePointsThanAllReadersTakeAreAWarning) {
 }
 
 TEST(BinaryDamage, RepeatedKeysAndIndicesOutsideTheirSetsAreWarnings) {
-  const Bytes label = Chunk(id::kCmbLblDrawInfo,
-                            Bytes().U16(2).U32(1).U8(0).U16(0).U8(0).U32(0).U32(0).U32(0).U16(0));
-  const Bytes drawing = ZorInfoBytes().Add(
+  const Bytes drawing = GoodZorInfo().Add(
       DrawDataBytes({SetChunk(id::kDrawAtterSet, {AtterBytes(7, {0}), AtterBytes(7, {0, 1})}),
-                     SetChunk(id::kDrawInfoSet, {label})}));
+                     SetChunk(id::kDrawInfoSet, {LabelInfoBytes(1)})}));
   ExpectFound(drawing, BinaryKind::kZor,
-              {{"Q1060", 71, "DrawAtterSet/DrawAtter[1]"},
-               {"Q1061", 103, "DrawAtterSet/DrawAtter[1]/DrawInfoIdxSet"},
-               {"Q1062", 129, "DrawInfoSet/CmbLblDrawInfo[0]"}});
+              {{"Q1069", 71, "DrawAtterSet/DrawAtter[1]"},
+               {"Q1070", 103, "DrawAtterSet/DrawAtter[1]/DrawInfoIdxSet"},
+               {"Q1071", 129, "DrawInfoSet/CmbLblDrawInfo[0]"}});
 }
 
 TEST(BinaryDamage, AfterAnErrorNothingIsFoundThatOnlyFollowsFromIt) {
-  const Bytes drawing = ZorInfoBytes().Add(
+  const Bytes drawing = GoodZorInfo().Add(
       DrawDataBytes({SetChunk(id::kDrawAtterSet, {AtterBytes(7, {0, 1, 2})}),
                      SetChunk(id::kDrawInfoSet, {LineInfoBytes(1), LineInfoBytes(2)})}));
   EXPECT_EQ(FindingsOf(drawing, BinaryKind::kZor).size(), 1U);
@@ -203,7 +216,7 @@ TEST(BinaryDamage, ZIdsOfTheOtherDocumentAreAskedForOnceEach) {
                                  "LayerData[0]/ZIdObjSet/ZIdObj[0]"}}));
   drawn.Add(7);
   EXPECT_TRUE(FindingsOf(map, BinaryKind::kQen, options).empty());
-  EXPECT_EQ(FindingsOf(ZorDocumentBytes(), BinaryKind::kZor, options).size(), 2U);
+  EXPECT_EQ(FindingsOf(GoodDrawing(), BinaryKind::kZor, options).size(), 2U);
 }
 
 }  // namespace

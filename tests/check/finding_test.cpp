@@ -14,7 +14,7 @@ using namespace qenzor::testing;
 
 /// Draw data whose one attribute names draw infos of a set that is empty.
 Bytes DrawingWithBadIndices(std::uint32_t count) {
-  return ZorInfoBytes().Add(DrawDataBytes(
+  return GoodZorInfo().Add(DrawDataBytes(
       {SetChunk(id::kDrawAtterSet, {AtterBytes(7, std::vector<std::uint32_t>(count, 5))})}));
 }
 

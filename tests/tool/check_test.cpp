@@ -25,13 +25,24 @@ std::string Chunk(std::uint32_t id, const std::string& data) {
   return Little(id, 4) + Little(data.size(), 4) + data;
 }
 
+std::string ZorInfo() {
+  return "ZORDRW\r\n\x1A" + Little(0x4041, 2) + Little(1, 2) + Little(0, 2) + Little(0, 4);
+}
+
+/// In front of a map of two segments.
+std::string QenInfo() {
+  return "QENMAP\r\n\x1A" + Little(0x4041, 2) + Little(1, 2) + Little(0, 2) + Little(0, 4) +
+         Little(1, 1) + Little(0, 8) + Little(1000, 4) + Little(1000, 4) + Little(2, 2) +
+         Little(1, 2) + Little(1, 2);
+}
+
 /// A map with one segment that holds these chunks behind its number.
 std::string MapOf(const std::string& segment_chunks) {
   const std::string segment = Chunk(30, Little(1, 2) + segment_chunks);
-  return std::string(42, '\0') + Chunk(25, Chunk(29, Little(1, 4) + segment));
+  return QenInfo() + Chunk(25, Chunk(29, Little(1, 4) + segment));
 }
 
-std::string DrawingOf(const std::string& sets) { return std::string(19, '\0') + Chunk(26, sets); }
+std::string DrawingOf(const std::string& sets) { return ZorInfo() + Chunk(26, sets); }
 
 class Check : public testing::Test {
  protected:
@@ -113,11 +124,11 @@ TEST_F(Check, RepeatedKeysAndIndicesOutsideTheirSetAreWarnings) {
   ExpectFound(
       DrawingOf(Chunk(2, Little(2, 4) + atter + atter)), 0,
       "f: byte 67: warning: DrawAtterSet/DrawAtter[0]/DrawInfoIdxSet: DrawInfoIdx 0 lies "
-      "outside the set of 0 draw infos [Q1061 draw-info-index]\n"
+      "outside the set of 0 draw infos [Q1070 draw-info-index]\n"
       "f: byte 71: warning: DrawAtterSet/DrawAtter[1]: z-id 7 stands again and replaces the "
-      "one at byte 39 [Q1060 z-id-repeated]\n"
+      "one at byte 39 [Q1069 z-id-repeated]\n"
       "f: byte 99: warning: DrawAtterSet/DrawAtter[1]/DrawInfoIdxSet: DrawInfoIdx 0 lies "
-      "outside the set of 0 draw infos [Q1061 draw-info-index]\n");
+      "outside the set of 0 draw infos [Q1070 draw-info-index]\n");
 }
 
 TEST_F(Check, JsonHoldsTheSame) {
@@ -152,7 +163,12 @@ TEST_F(Check, XmlIsReportedByLineAndColumn) {
   EXPECT_EQ(out.rfind("a.xml: line ", 0), 0U) << out;
   EXPECT_NE(out.find(": error: "), std::string::npos) << out;
   Save("b.xml", "<Qen><QenMapData></QenMapData></Qen>");
-  EXPECT_EQ(Run("b.xml"), (std::pair<int, std::string>(0, "b.xml: nothing found\n")));
+  EXPECT_EQ(
+      Run("b.xml"),
+      (std::pair<int, std::string>(
+          0,
+          "b.xml: line 1, column 1: warning: Qen: Qen has no QenFileInfo, whose fields count as 0 "
+          "[Q1044 xml-missing-element]\n")));
 }
 
 TEST_F(Check, XmlThatCannotBeStoredIsAnErrorThatNamesTheObject) {
@@ -191,7 +207,8 @@ TEST_F(Check, AFileThatCannotBeOpenedOrRecognisedIsAFindingAndTheOthersAreChecke
             (std::pair<int, std::string>(
                 1,
                 "odd: byte 0: error: neither a map-project nor a draw-data document (see --kind) "
-                "[Q1002 file-not-recognised]\ngood: nothing found\n")));
+                "[Q1002 file-not-recognised]\ngood: nothing found\n"
+                "2 files checked: 1 error, 0 warnings, 0 notes\n")));
 }
 
 TEST_F(Check, BeyondTheDetailsOfAKindTheOthersAreCounted) {

@@ -22,9 +22,9 @@ TEST_F(Tool, CopiesThroughEveryFormByteForByte) {
 }
 
 TEST_F(Tool, TurnsADocumentIntoXmlAndBack) {
-  ExpectDone("to-xml " + Sample("world.zor") + " world.xml");
+  EXPECT_EQ(Run("to-xml " + Sample("world.zor") + " world.xml").Status, 0);
   ExpectDone("from-xml world.xml once.zor");
-  ExpectDone("to-xml once.zor once.xml");
+  EXPECT_EQ(Run("to-xml once.zor once.xml").Status, 0);
   ExpectDone("from-xml once.xml twice.zor");
   EXPECT_TRUE(Load(At("world.xml"))
                   .starts_with("<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>\r\n"
@@ -34,7 +34,7 @@ TEST_F(Tool, TurnsADocumentIntoXmlAndBack) {
 
 TEST_F(Tool, ReadsStandardInputAndWritesStandardOutput) {
   EXPECT_EQ(Run("copy " + Sample("world.qen") + " -").Out, Load(Sample("world.qen")));
-  ExpectDone("to-xml " + Sample("world.zor") + " a.xml");
+  EXPECT_EQ(Run("to-xml " + Sample("world.zor") + " a.xml").Status, 0);
   EXPECT_EQ(Run("to-xml " + Sample("world.zor") + " -").Out, Load(At("a.xml")));
   ExpectDone("from-xml a.xml a.zor");
   EXPECT_EQ(Run("copy - -", Sample("world.qen")).Out, Load(Sample("world.qen")));
