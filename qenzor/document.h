@@ -4,6 +4,8 @@
 #include <functional>
 #include <stop_token>
 
+#include "qenzor/text/xml_options.h"
+
 namespace qenzor {
 
 /// How a document is read.
@@ -15,6 +17,14 @@ struct ReadOptions {
   std::function<void(std::uint64_t done, std::uint64_t all)> Progress;
   /// Asks to stop (FailureKind::kCancelled).
   std::stop_token Stop;
+};
+
+/// How a document is saved.
+struct SaveOptions {
+  /// Whether the file and its folder have to have reached the disk before saving has succeeded.
+  bool Sync = true;
+  /// What XML is written in.
+  XmlEncoding Encoding = XmlEncoding::kShiftJis;
 };
 
 }  // namespace qenzor

@@ -27,4 +27,27 @@ QENZOR_EXPORT Result<CZorEdit> ReadZorEdit(std::span<const std::uint8_t> bytes,
                                            const ReadOptions& options = {});
 QENZOR_EXPORT Result<CZorEdit> ReadZorEdit(CFile& file, const ReadOptions& options = {});
 
+// Saving draw data. Nothing is stored that would be lost (see qenzor/storable.h), and the file is
+// replaced as a whole (see qenzor/platform/file_replacement.h): after a failure it is as it was.
+// The failures are kCannotStore, with the place in the document, kCannotWrite and kOutOfMemory.
+
+/// Saves the document, whose data sizes are made right, as the file at the path.
+QENZOR_EXPORT Result<void> SaveZor(CZor& document, const CString& path,
+                                   const SaveOptions& options = {});
+/// Saves the document that an edit form, which is only read, stands for.
+QENZOR_EXPORT Result<void> SaveZor(CZorEdit& edit, const CString& path,
+                                   const SaveOptions& options = {});
+/// The same for an edit form that is given up, so that both forms are not in memory together. It is
+/// as it was where it cannot be stored.
+QENZOR_EXPORT Result<void> SaveZor(CZorEdit&& edit, const CString& path,
+                                   const SaveOptions& options = {});
+
+/// The same as XML. The document is only read.
+QENZOR_EXPORT Result<void> SaveZorXml(CZor& document, const CString& path,
+                                      const SaveOptions& options = {});
+QENZOR_EXPORT Result<void> SaveZorXml(CZorEdit& edit, const CString& path,
+                                      const SaveOptions& options = {});
+QENZOR_EXPORT Result<void> SaveZorXml(CZorEdit&& edit, const CString& path,
+                                      const SaveOptions& options = {});
+
 }  // namespace qenzor

@@ -181,9 +181,11 @@ class CChecker {
     WithKind(kind, [&](auto name) {
       using Kind = decltype(name);
       const auto edit = Kind::FromText(document.File);
-      const std::string limit = edit ? FindUnstorable(*edit) : "";
-      if (limit.empty()) return;
-      sink.Take({&unstorable, 0, 1, 1, nullptr, limit});
+      if (!edit) return;
+      const auto found = FindUnstorable(*edit);
+      if (!found.has_value()) return;
+      const std::string reason = Describe(*found);
+      sink.Take({&unstorable, 0, 1, 1, nullptr, reason});
       counts.Add(unstorable, true);
     });
     return counts;

@@ -14,26 +14,24 @@ namespace tool {
 
 namespace {
 
+/// Saves a document through the form that is asked for.
 template <class Kind>
-std::unique_ptr<typename Kind::Document> PassThrough(
-    const Input& input, const std::string& via, std::unique_ptr<typename Kind::Document> document) {
-  if (via == "clone") {
-    std::unique_ptr<typename Kind::Document> clone(document->Clone());
-    if (clone == nullptr) throw CFailure(input.Name, "out of memory");
-    return clone;
-  }
-  if (via == "edit") {
+void SaveThrough(const Input& input, const Options& options,
+                 std::unique_ptr<typename Kind::Document> document) {
+  const auto save = [&](auto&& content) {
+    SaveOutput(input, options.Out, [&](const std::string& path) {
+      return Kind::Save(std::forward<decltype(content)>(content), path);
+    });
+  };
+  if (options.Via == "edit") {
     typename Kind::Edit edit;
     Kind::ToEdit(*document, edit);
     document.reset();
-    return StoreEdit<Kind>(input, edit);
+    return save(std::move(edit));
   }
-  return document;
-}
-
-template <class Document>
-void WriteDocument(const std::string& path, Document& document) {
-  WriteOutput(path, [&](qenzor::CFile& file) { return document.Write(&file); });
+  if (options.Via == "clone") document.reset(document->Clone());
+  if (document == nullptr) throw CFailure(input.Name, "out of memory");
+  save(*document);
 }
 
 qenzor::XmlEncoding EncodingOf(const Options& options) {
@@ -71,9 +69,7 @@ int RunCopy(const Options& options) {
     using Kind = decltype(kind);
     auto document = ReadDocument<Kind>(input);
     progress.Stage("copying");
-    document = PassThrough<Kind>(input, options.Via, std::move(document));
-    progress.Stage("writing");
-    WriteDocument(options.Out, *document);
+    SaveThrough<Kind>(input, options, std::move(document));
     return 0;
   });
 }
@@ -86,8 +82,8 @@ int RunToXml(const Options& options) {
     using Kind = decltype(kind);
     const auto document = ReadDocument<Kind>(input);
     progress.Stage("writing XML");
-    WriteOutput(options.Out, [&](qenzor::CFile& file) {
-      return static_cast<bool>(Kind::ToText(file, *document, EncodingOf(options)));
+    SaveOutput(input, options.Out, [&](const std::string& path) {
+      return Kind::SaveXml(*document, path, EncodingOf(options));
     });
     const std::string losses = DescribeLosses(input, Kind::kKind, EncodingOf(options));
     if (losses.empty()) return 0;
@@ -114,14 +110,9 @@ int RunFromXml(const Options& options) {
       failure = edit.GetFailure();
       return false;
     }
-    progress.Stage("converting");
-    const auto document = StoreEdit<Kind>(input, *edit);
-    if (!Kind::HasRoot(*document))
-      throw CFailure(input.Name,
-                     "there is no QenMapData element: a map without map data cannot "
-                     "be written");
     progress.Stage("writing");
-    WriteDocument(options.Out, *document);
+    SaveOutput(input, options.Out,
+               [&](const std::string& path) { return Kind::Save(std::move(*edit), path); });
     return true;
   };
   // What the front of the text looks like decides which kind is tried first; the parser decides

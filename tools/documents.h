@@ -4,13 +4,16 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "failure.h"
 #include "input.h"
 #include "qenzor/check/check.h"
+#include "qenzor/qen_document.h"
 #include "qenzor/qen_xml.h"
+#include "qenzor/storable.h"
+#include "qenzor/zor_document.h"
 #include "qenzor/zor_xml.h"
-#include "storable.h"
 
 namespace tool {
 
@@ -32,14 +35,19 @@ struct QenKind {
 
   static void ToEdit(Document& document, Edit& edit) { edit.QenDataToEditData(&document); }
   static Document* TakeDocument(Edit& edit) { return edit.TakeQenData(); }
-  static auto ToText(qenzor::CFile& file, Document& document, qenzor::XmlEncoding encoding) {
-    return qenzor::WriteQenXml(file, document, encoding);
+  template <class Content>
+  static auto Save(Content&& content, const std::string& path) {
+    return qenzor::SaveQen(std::forward<Content>(content), path);
+  }
+  static auto SaveXml(Document& document, const std::string& path, qenzor::XmlEncoding encoding) {
+    qenzor::SaveOptions options;
+    options.Encoding = encoding;
+    return qenzor::SaveQenXml(document, path, options);
   }
   static auto FromText(const Input& input, const qenzor::XmlReadOptions& options = {}) {
     return input.IsRegular ? qenzor::ReadQenXml(input.Path, options)
                            : qenzor::ParseQenXml(TextOf(input), options);
   }
-  static bool HasRoot(const Document& document) { return document.MapData != nullptr; }
 };
 
 struct ZorKind {
@@ -50,14 +58,19 @@ struct ZorKind {
 
   static void ToEdit(Document& document, Edit& edit) { edit.ZorDataToEditData(&document); }
   static Document* TakeDocument(Edit& edit) { return edit.TakeZorData(); }
-  static auto ToText(qenzor::CFile& file, Document& document, qenzor::XmlEncoding encoding) {
-    return qenzor::WriteZorXml(file, document, encoding);
+  template <class Content>
+  static auto Save(Content&& content, const std::string& path) {
+    return qenzor::SaveZor(std::forward<Content>(content), path);
+  }
+  static auto SaveXml(Document& document, const std::string& path, qenzor::XmlEncoding encoding) {
+    qenzor::SaveOptions options;
+    options.Encoding = encoding;
+    return qenzor::SaveZorXml(document, path, options);
   }
   static auto FromText(const Input& input, const qenzor::XmlReadOptions& options = {}) {
     return input.IsRegular ? qenzor::ReadZorXml(input.Path, options)
                            : qenzor::ParseZorXml(TextOf(input), options);
   }
-  static bool HasRoot(const Document& /*document*/) { return true; }
 };
 
 /// Calls f with the kind's names.
@@ -90,12 +103,18 @@ std::unique_ptr<typename Kind::Edit> ReadXmlEdit(const Input& input) {
   return edit.Take();
 }
 
-/// The document that an edit form stands for, which is given up. Throws CFailure for one that
-/// cannot be stored.
+/// What cannot be stored, in one line.
+inline std::string Describe(const qenzor::Unstorable& found) {
+  return (found.ChunkPath.empty() ? "" : found.ChunkPath + ": ") + found.Reason;
+}
+
+/// The document that an edit form stands for, which is given up. Throws CFailure where something
+/// would be lost on the way.
 template <class Kind>
-std::unique_ptr<typename Kind::Document> StoreEdit(const Input& input, typename Kind::Edit& edit) {
-  if (const std::string limit = FindUnstorable(edit); !limit.empty())
-    throw CFailure(input.Name, limit);
+std::unique_ptr<typename Kind::Document> ConvertEdit(const Input& input,
+                                                     typename Kind::Edit& edit) {
+  const auto lost = FindUnstorable(edit, qenzor::StoredForm::kXml);
+  if (lost.has_value()) throw CFailure(input.Name, Describe(*lost));
   std::unique_ptr<typename Kind::Document> document(Kind::TakeDocument(edit));
   if (document == nullptr) throw CFailure(input.Name, "out of memory");
   return document;

@@ -219,7 +219,7 @@ int RunInfo(const Options& options) {
       using Kind = decltype(kind);
       std::unique_ptr<typename Kind::Document> document;
       if (found.IsXml)
-        document = StoreEdit<Kind>(input, *ReadXmlEdit<Kind>(input));
+        document = ConvertEdit<Kind>(input, *ReadXmlEdit<Kind>(input));
       else
         document = ReadDocument<Kind>(input);
       report = {{"File", input.Name},

@@ -1,10 +1,7 @@
 #include "output.h"
 
-#include <unistd.h>
-
 #include <csignal>
 
-#include "failure.h"
 #include "qenzor/platform/file_replacement.h"
 
 namespace tool {
@@ -14,12 +11,6 @@ namespace {
 extern "C" void OnSignal(int signal) {
   qenzor::RemoveScratchFiles();
   static_cast<void>(::raise(signal));  // the handler was reset: this ends the process
-}
-
-bool Fill(qenzor::CFile& file, const std::function<bool(qenzor::CFile&)>& write) try {
-  return write(file);
-} catch (const qenzor::CFileException&) {
-  return false;
 }
 
 }  // namespace
@@ -37,13 +28,18 @@ void WatchSignals() {
   }
 }
 
-void WriteOutput(const std::string& path, const std::function<bool(qenzor::CFile&)>& write) {
+void SaveOutput(const Input& input, const std::string& path,
+                const std::function<qenzor::Result<void>(const std::string&)>& save) {
   const bool is_standard = path == "-";
-  const std::string name = is_standard ? "standard output" : path;
-  qenzor::CFileReplacement output;
-  const bool opened = is_standard ? output.OpenDescriptor(STDOUT_FILENO) : output.Open(path);
-  if (!opened || !Fill(output.GetFile(), write) || !output.Finish())
-    throw CFailure(name, output.GetError());
+  const auto saved = save(is_standard ? "/dev/stdout" : path);
+  if (saved) return;
+  qenzor::Failure failure = saved.GetFailure();
+  const bool is_from_input = failure.Kind == qenzor::FailureKind::kCannotStore;
+  failure.Path.clear();
+  throw CFailure(is_from_input ? input.Name
+                 : is_standard ? "standard output"
+                               : path,
+                 failure.Describe());
 }
 
 }  // namespace tool

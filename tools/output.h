@@ -3,14 +3,16 @@
 #include <functional>
 #include <string>
 
-#include "qenzor/platform/file.h"
+#include "input.h"
+#include "qenzor/core/result.h"
 
 namespace tool {
 
-/// Has write fill the file at the path, "-" being standard output. A regular file is replaced when
-/// all of it stands on the disk: until then, and after any failure or signal, it is as it was.
-/// Throws CFailure.
-void WriteOutput(const std::string& path, const std::function<bool(qenzor::CFile&)>& write);
+/// Calls save with the path as the library knows it; "-" is standard output. A regular file is
+/// replaced when all of it stands on the disk: until then, and after any failure or signal, it is
+/// as it was. Throws CFailure, which names the input where that holds what cannot be stored.
+void SaveOutput(const Input& input, const std::string& path,
+                const std::function<qenzor::Result<void>(const std::string&)>& save);
 
 /// From now on SIGINT, SIGTERM and SIGHUP remove every scratch file before they end the process.
 void WatchSignals();

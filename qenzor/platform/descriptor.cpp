@@ -10,6 +10,7 @@
 #ifdef _WIN32
 #include <io.h>
 #else
+#include <poll.h>
 #include <unistd.h>
 #endif
 
@@ -64,7 +65,13 @@ int OpenFile(const char* path, int flags) { return ::open(path, flags, kMode); }
 int CloseFile(int file) { return ::close(file); }
 std::int64_t ReadFile(int file, void* data, std::uint32_t size) { return ::read(file, data, size); }
 std::int64_t WriteFile(int file, const void* data, std::uint32_t size) {
-  return ::write(file, data, size);
+  const std::int64_t count = ::write(file, data, size);
+  if (count >= 0 || errno != EAGAIN) return count;
+  // Somebody made it one that does not wait. It is waited for, and tried again as after a signal.
+  pollfd ready{file, POLLOUT, 0};
+  static_cast<void>(::poll(&ready, 1, -1));
+  errno = EINTR;
+  return -1;
 }
 std::int64_t SeekFile(int file, std::int64_t offset, int from) {
   return ::lseek(file, offset, from);

@@ -1,10 +1,8 @@
-#include <poll.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <utility>
 
 #include "qenzor/platform/descriptor_file_impl.h"
+#include "qenzor/platform/descriptor_impl.h"
 
 namespace qenzor {
 
@@ -14,25 +12,8 @@ void CDescriptor::Reset(int descriptor) noexcept {
 }
 
 bool CDescriptor::Close() noexcept {
-  const int descriptor = std::exchange(m_descriptor, -1);
-  return descriptor < 0 || ::close(descriptor) == 0 || errno == EINTR;
-}
-
-bool WriteAll(int descriptor, const void* data, std::size_t size) noexcept {
-  const auto* bytes = static_cast<const std::uint8_t*>(data);
-  while (size != 0) {
-    const ssize_t count = ::write(descriptor, bytes, size);
-    if (count >= 0) {
-      bytes += count;
-      size -= static_cast<std::size_t>(count);
-    } else if (errno == EAGAIN) {
-      pollfd ready{descriptor, POLLOUT, 0};
-      if (::poll(&ready, 1, -1) < 0 && errno != EINTR) return false;
-    } else if (errno != EINTR) {
-      return false;
-    }
-  }
-  return true;
+  const int file = std::exchange(m_descriptor, descriptor::kNone);
+  return file == descriptor::kNone || descriptor::Close(file);
 }
 
 void CDescriptorFile::Attach(int descriptor) {
@@ -53,7 +34,7 @@ bool CDescriptorFile::Finish() noexcept {
 }
 
 void CDescriptorFile::WriteThrough(const void* data, std::uint32_t size) {
-  if (m_error == 0 && WriteAll(m_descriptor, data, size)) {
+  if (m_error == 0 && descriptor::Write(m_descriptor, data, size)) {
     m_sent += size;
     return;
   }

@@ -23,9 +23,6 @@ class CDescriptor {
   int m_descriptor = -1;
 };
 
-/// Writes all of it, however long the descriptor makes that wait; false with errno.
-bool WriteAll(int descriptor, const void* data, std::size_t size) noexcept;
-
 /// A descriptor of somebody else's as a file that is written from front to back. A failure sticks.
 class CDescriptorFile final : public CFile {
  public:

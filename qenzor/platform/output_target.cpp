@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <cerrno>
 #include <charconv>
 #include <filesystem>
@@ -12,12 +14,12 @@ namespace fs = std::filesystem;
 
 /// The number of the open descriptor that the name stands for; -1 if it stands for none.
 int DescriptorOf(const fs::path& folder, const CString& name) {
-  std::error_code error;
-  if (folder != fs::canonical("/dev/fd", error) || error) return -1;
   int descriptor = -1;
   const char* const end = name.data() + name.size();
   const auto [past, failure] = std::from_chars(name.data(), end, descriptor);
-  return failure == std::errc{} && past == end ? descriptor : -1;
+  if (failure != std::errc{} || past != end) return -1;
+  std::error_code error;
+  return folder == fs::canonical("/dev/fd", error) ? descriptor : -1;
 }
 
 }  // namespace
@@ -30,6 +32,11 @@ bool FindOutputTarget(const CString& path, OutputTarget& target) {
   target.Path = path;
   if (exists && S_ISDIR(target.Status.st_mode)) {
     target.What = Kind::kFolder;
+    return true;
+  }
+  if (path == "/dev/stdout") {  // also where there is no such file
+    target.What = Kind::kDescriptor;
+    target.Descriptor = STDOUT_FILENO;
     return true;
   }
   fs::path link = path;

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "qenzor/platform/descriptor_impl.h"
 #include "qenzor/platform/scratch_file_impl.h"
 
 namespace qenzor {
@@ -23,11 +24,12 @@ bool ReserveRoom(int file, off_t size) noexcept {
 bool CopyContent(int from, int to) {
   struct stat status {};
   if (::fstat(from, &status) != 0 || !ReserveRoom(to, status.st_size)) return false;
-  constexpr std::size_t kBlockSize = 262144;
+  constexpr std::uint32_t kBlockSize = 262144;
   const auto block = std::make_unique_for_overwrite<std::uint8_t[]>(kBlockSize);
   for (off_t at = 0; at < status.st_size;) {
     const ssize_t count = ::pread(from, block.get(), kBlockSize, at);
-    if (count <= 0 || !WriteAll(to, block.get(), static_cast<std::size_t>(count))) return false;
+    if (count <= 0 || !descriptor::Write(to, block.get(), static_cast<std::uint32_t>(count)))
+      return false;
     at += count;
   }
   return ::ftruncate(to, status.st_size) == 0;

@@ -72,8 +72,7 @@ TEST_F(Tool, AFailedCommandLeavesTheTargetAsItWas) {
 TEST_F(Tool, AMapWithoutMapDataIsNotWritten) {
   Save(At("empty.xml"), "<Qen><QenFileInfo><Ident>ABCDEF</Ident></QenFileInfo></Qen>");
   ExpectRefused("from-xml empty.xml out.qen",
-                "empty.xml: there is no QenMapData element: a map without map data cannot be "
-                "written");
+                "empty.xml: there is no map data, without which a map cannot be stored");
   EXPECT_FALSE(fs::exists(At("out.qen")));
 }
 

@@ -1,0 +1,89 @@
+#pragma once
+
+// How documents of either kind are saved. Kind names what differs.
+
+#include <memory>
+#include <new>
+#include <utility>
+
+#include "qenzor/core/fields.h"
+#include "qenzor/core/result.h"
+#include "qenzor/document.h"
+#include "qenzor/platform/file_replacement.h"
+#include "qenzor/storable.h"
+
+namespace qenzor {
+
+inline Failure SavingFailure(FailureKind kind, const CString& path, CString reason) {
+  Failure failure;
+  failure.Kind = kind;
+  failure.Path = path;
+  failure.Reason = std::move(reason);
+  return failure;
+}
+
+inline Failure NoMemory(const CString& path) {
+  return SavingFailure(FailureKind::kOutOfMemory, path, "the memory does not suffice");
+}
+
+/// Whether all of what the object holds can be stored; else why not.
+template <class Object>
+Result<void> Storable(const Object& object, const CString& path, StoredForm form) {
+  std::optional<Unstorable> found = FindUnstorable(object, form);
+  if (!found.has_value()) return {};
+  Failure failure = SavingFailure(FailureKind::kCannotStore, path, std::move(found->Reason));
+  failure.ChunkPath = std::move(found->ChunkPath);
+  return failure;
+}
+
+/// Has write fill the file that takes the path's place. What write gives counts for nothing once
+/// the file has not taken something.
+template <class Write>
+Result<void> ReplaceFile(const CString& path, const SaveOptions& options, Write&& write) {
+  CFileReplacement file;
+  bool done = file.Open(path);
+  try {
+    done = done && write(file.GetFile()) && file.Finish(options.Sync);
+  } catch (const CFileException&) {
+    done = false;
+  }
+  if (done) return {};
+  return SavingFailure(FailureKind::kCannotWrite, path, file.GetError());
+}
+
+template <class Kind, class Document>
+Result<void> WriteDocument(Document& document, const CString& path, StoredForm form,
+                           const SaveOptions& options) {
+  return ReplaceFile(path, options, [&](CFile& file) {
+    if (form == StoredForm::kXml) {
+      const auto written = Kind::WriteXml(file, document, options.Encoding);
+      if (!written && written.GetFailure().Kind == FailureKind::kOutOfMemory)
+        throw std::bad_alloc();
+      return static_cast<bool>(written);
+    }
+    // Sets do not look at what became of their elements: all is there when as many bytes are.
+    return document.Write(&file) && file.GetPosition() == Kind::SizeOf(document);
+  });
+}
+
+template <class Kind, class Document>
+Result<void> SaveDocument(Document& document, const CString& path, StoredForm form,
+                          const SaveOptions& options) try {
+  if (auto storable = Storable(document, path, form); !storable) return storable;
+  return WriteDocument<Kind>(document, path, form, options);
+} catch (const std::bad_alloc&) {
+  return NoMemory(path);
+}
+
+template <class Kind, class Edit, class Convert>
+Result<void> SaveEdit(Edit& edit, const Convert& convert, const CString& path, StoredForm form,
+                      const SaveOptions& options) try {
+  if (auto storable = Storable(edit, path, form); !storable) return storable;
+  const std::unique_ptr<typename Kind::Document> document(convert(edit));
+  if (document == nullptr) return NoMemory(path);
+  return WriteDocument<Kind>(*document, path, form, options);
+} catch (const std::bad_alloc&) {
+  return NoMemory(path);
+}
+
+}  // namespace qenzor
