@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <iostream>
+#include <span>
 
 #include "commands.h"
 #include "documents.h"
@@ -52,8 +53,9 @@ DocumentKind FindBinaryKind(const Input& input, const Options& options) {
 bool IsBinary(const Input& input) try {
   constexpr std::size_t kEnough = 64;
   Input content{input.Name, "", false, 0, {}};
-  content.Bytes.assign(input.Bytes.begin(),
-                       input.Bytes.begin() + std::min(input.Bytes.size(), kEnough));
+  const std::span<const std::uint8_t> front(input.Bytes);
+  const auto part = front.first(std::min(front.size(), kEnough));
+  content.Bytes.assign(part.begin(), part.end());
   return !FindKind(content, "").IsXml;
 } catch (const CUnknownKind&) {
   return false;

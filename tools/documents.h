@@ -44,6 +44,9 @@ struct QenKind {
     options.Encoding = encoding;
     return qenzor::SaveQenXml(document, path, options);
   }
+  static auto ToText(qenzor::CFile& file, Document& document) {
+    return qenzor::WriteQenXml(file, document);
+  }
   static auto FromText(const Input& input, const qenzor::XmlReadOptions& options = {}) {
     return input.IsRegular ? qenzor::ReadQenXml(input.Path, options)
                            : qenzor::ParseQenXml(TextOf(input), options);
@@ -66,6 +69,9 @@ struct ZorKind {
     qenzor::SaveOptions options;
     options.Encoding = encoding;
     return qenzor::SaveZorXml(document, path, options);
+  }
+  static auto ToText(qenzor::CFile& file, Document& document) {
+    return qenzor::WriteZorXml(file, document);
   }
   static auto FromText(const Input& input, const qenzor::XmlReadOptions& options = {}) {
     return input.IsRegular ? qenzor::ReadZorXml(input.Path, options)

@@ -14,7 +14,7 @@ std::optional<std::uint64_t> FindRoundTripDifference(const Input& input, BinaryK
     if (!document.Read(input.Bytes.data(), static_cast<std::uint32_t>(input.Bytes.size())))
       throw std::bad_alloc();  // its bytes are known to be sound
     qenzor::CMemFile xml;
-    if (!Kind::ToText(xml, document, qenzor::XmlEncoding::kShiftJis)) throw std::bad_alloc();
+    if (!Kind::ToText(xml, document)) throw std::bad_alloc();
     Input text{"XML", "", false, xml.GetBytes().size(), {}};
     text.Bytes.assign(xml.GetBytes().begin(), xml.GetBytes().end());
     const auto edit = ReadXmlEdit<Kind>(text);

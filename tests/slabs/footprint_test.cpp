@@ -82,7 +82,8 @@ TEST(Footprint, ArraysThatAreReplacedDoNotPileUp) {
     std::mt19937 random(1);
     std::ptrdiff_t most = 0;
     for (int i = 0; i < 600000; ++i) {
-      auto& line = static_cast<CLineObj&>(*lines.GetElem(random() % lines.GetElemCount()));
+      auto& line = static_cast<CLineObj&>(
+          *lines.GetElem(static_cast<std::uint32_t>(random() % lines.GetElemCount())));
       line.Pt.Reset(static_cast<std::uint16_t>(1 + random() % 100));
       std::fill(line.Pt.begin(), line.Pt.end(), CPoint{3, 4});
       if (i % 10000 == 0) most = std::max(most, ResidentBytes() - before);
