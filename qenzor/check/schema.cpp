@@ -177,7 +177,7 @@ constexpr auto ConsumedOf() -> std::uint32_t (*)(std::uint32_t, std::uint32_t) {
   if constexpr (requires { typename Chunk::Hooks; }) {
     if constexpr (kCountsItself<typename Chunk::DataType>)
       return [](std::uint32_t before, std::uint32_t consumed) {
-        return kHooks<typename Chunk::DataType>.MemoryConsumed(before, consumed);
+        return HooksFor<typename Chunk::DataType>().MemoryConsumed(before, consumed);
       };
   }
   return nullptr;

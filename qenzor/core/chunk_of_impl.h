@@ -38,7 +38,7 @@ void CChunkOf<Self, Base, Data>::DeepCopy(CAbstractChunk* source) {
   if (same == nullptr) return;
   this->m_header = same->m_header;
   CopyFields(FieldsOf<CChunkOf>(), *same, *this);
-  kHooks<Data>.CopyDerived(*same, *this);
+  HooksFor<Data>().CopyDerived(*same, *this);
 }
 
 template <class Self, class Base, class Data>
@@ -53,7 +53,7 @@ void CChunkOf<Self, Base, Data>::RecursiveReCalcDataSize() {
 
 template <class Data>
 std::uint32_t CountInMemory(std::uint32_t consumed, const Data& data) {
-  return kHooks<Data>.MemoryConsumed(consumed - SizeOfElements(Data::Fields(), data), consumed);
+  return HooksFor<Data>().MemoryConsumed(consumed - SizeOfElements(Data::Fields(), data), consumed);
 }
 
 template <class Self, class Base, class Data>
@@ -62,7 +62,7 @@ bool CChunkOf<Self, Base, Data>::ReadPrimitiveBlock(const void* data, const std:
   CMemSource source(data, size);
   if (!ReadFields(source, Data::Fields(), *this)) return false;
   consumed = source.GetConsumed();
-  kHooks<Data>.AfterMemoryRead(*this);
+  HooksFor<Data>().AfterMemoryRead(*this);
   if constexpr (kCountsItself<Data>) consumed = CountInMemory<Data>(consumed, *this);
   return true;
 }
@@ -73,13 +73,13 @@ bool CChunkOf<Self, Base, Data>::ReadPrimitiveBlock(CFile* file, std::uint32_t& 
   if (!ReadFields(source, Data::Fields(), *this)) return false;
   consumed = source.GetConsumed();
   if (source.ReadsAsMemory()) {
-    kHooks<Data>.AfterMemoryRead(*this);
+    HooksFor<Data>().AfterMemoryRead(*this);
     if constexpr (kCountsItself<Data>) {
       consumed = CountInMemory<Data>(consumed, *this);
       source.GoBackTo(consumed);
     }
   } else {
-    kHooks<Data>.AfterFileRead(*this);
+    HooksFor<Data>().AfterFileRead(*this);
   }
   return true;
 }

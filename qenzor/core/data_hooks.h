@@ -8,7 +8,7 @@ namespace qenzor {
 /// What a class may do beyond what its field list says; everything here does nothing. Data that
 /// needs one of these names a struct Hooks, final and derived from this one, which overrides it.
 /// The word override has the compiler find a name that is misspelt, and no call is made through a
-/// table: the hooks are a constant whose class is known.
+/// table: the class of the hooks is known where they are called.
 template <class Data>
 struct DataHooks {
   /// The fields have been read from memory, or from a file.
@@ -24,12 +24,10 @@ struct DataHooks {
   /// An edit object is being released: lists and slots are empty, and numbers may start again.
   virtual void ResetNumber(Data& /*data*/) const {}
 
-  constexpr DataHooks() = default;
+  DataHooks() = default;
+  virtual ~DataHooks() = default;
   DataHooks(const DataHooks&) = delete;
   DataHooks& operator=(const DataHooks&) = delete;
-
- protected:
-  ~DataHooks() = default;
 };
 
 /// The hooks of data that names none.
@@ -47,7 +45,9 @@ struct HooksOf<Data> {
 };
 
 template <class Data>
-inline constexpr typename HooksOf<Data>::Type kHooks{};
+typename HooksOf<Data>::Type HooksFor() noexcept {
+  return {};
+}
 
 template <class Hooks>
 Hooks* DeclarerOf(std::uint32_t (Hooks::*)(std::uint32_t, std::uint32_t) const);

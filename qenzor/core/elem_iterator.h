@@ -29,6 +29,7 @@ class CElemIterator {
     ++m_at;
     return *this;
   }
+  // NOLINTNEXTLINE(cert-dcl21-cpp): an iterator gives what it was as a value of its own
   CElemIterator operator++(int) { return CElemIterator(m_at++); }
   bool operator==(const CElemIterator&) const = default;
 
@@ -56,6 +57,7 @@ class CKeyedElemIterator {
     ++m_at;
     return *this;
   }
+  // NOLINTNEXTLINE(cert-dcl21-cpp): an iterator gives what it was as a value of its own
   CKeyedElemIterator operator++(int) {
     CKeyedElemIterator before = *this;
     ++m_at;

@@ -43,11 +43,12 @@ template <class Set>
 bool EqualSets(const Set& a, const Set& b) {
   if (a.size() != b.size()) return false;
   if constexpr (requires { typename Set::Key; }) {
+    bool equal = true;
     for (const auto* elem : a) {
-      const auto* other = b.GetElem(elem->GetKey());
-      if (other == nullptr || !(*elem == *other)) return false;
+      const auto* other = equal ? b.GetElem(elem->GetKey()) : nullptr;
+      equal = other != nullptr && *elem == *other;
     }
-    return true;
+    return equal;
   } else {
     return std::equal(a.begin(), a.end(), b.begin(), [](const auto* x, const auto* y) {
       return x == nullptr || y == nullptr ? x == y : *x == *y;

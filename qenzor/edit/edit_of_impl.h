@@ -43,7 +43,7 @@ bool CEditOf<Chunk>::SetSubChunkEdit(CAbstractChunkEdit* sub) {
 template <class Chunk>
 void CEditOf<Chunk>::Release() {
   ReleaseFields(FieldsOf<CEditOf>(), *this);
-  kHooks<DataType>.ResetNumber(*this);
+  HooksFor<DataType>().ResetNumber(*this);
 }
 
 }  // namespace qenzor

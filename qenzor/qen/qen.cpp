@@ -27,7 +27,7 @@ void CQen::DeepCopy(CQen* source) {
   const CBulkPhase phase;
   if (source == this) return;
   Release();
-  static_cast<QenFileInfo&>(*this) = *source;
+  QenFileInfo::operator=(static_cast<const QenFileInfo&>(*source));
   MapData = CloneOf(source->MapData.get());
 }
 
@@ -85,7 +85,7 @@ CQen* CQenEdit::EditDataToQenData() try {
   // What an edit form gives up is for the chunks to use, which slabs would not.
   if (!CGivingUp::IsUnderWay()) phase.emplace();
   auto doc = std::make_unique<CQen>();
-  static_cast<QenFileInfo&>(*doc) = *this;
+  static_cast<QenFileInfo&>(*doc) = static_cast<const QenFileInfo&>(*this);
   doc->MapData = ChunkOfEdit<CQenMapData>(MapData.get());
   return doc.release();
 } catch (const std::bad_alloc&) {
@@ -102,7 +102,7 @@ CQen* CQenEdit::TakeQenData() {
 void CQenEdit::QenDataToEditData(CQen* doc) {
   const CBulkPhase phase;
   Release();
-  static_cast<QenFileInfo&>(*this) = *doc;
+  QenFileInfo::operator=(static_cast<const QenFileInfo&>(*doc));
   if (doc->MapData == nullptr) return;
   MapData = std::make_unique<CQenMapDataEdit>();
   MapData->ChunkDataToEditData(doc->MapData.get());
@@ -151,14 +151,14 @@ bool operator==(const CQenEdit& a, const CQenEdit& b) { return EqualDocuments(a,
 
 std::unique_ptr<CQenEdit> ToEdit(const CQen& document) try {
   auto edit = std::make_unique<CQenEdit>();
-  edit->QenDataToEditData(const_cast<CQen*>(&document));
+  edit->QenDataToEditData(SourceOf(document));
   return edit;
 } catch (const std::bad_alloc&) {
   return nullptr;
 }
 
 std::unique_ptr<CQen> ToDocument(const CQenEdit& edit) {
-  return std::unique_ptr<CQen>(const_cast<CQenEdit&>(edit).EditDataToQenData());
+  return std::unique_ptr<CQen>(SourceOf(edit)->EditDataToQenData());
 }
 
 CQenTextConverter::CQenTextConverter() = default;

@@ -27,7 +27,7 @@ void CZor::DeepCopy(CZor* source) {
   const CBulkPhase phase;
   if (source == this) return;
   Release();
-  static_cast<ZorFileInfo&>(*this) = *source;
+  ZorFileInfo::operator=(static_cast<const ZorFileInfo&>(*source));
   DrawData.DeepCopy(&source->DrawData);
 }
 
@@ -80,7 +80,7 @@ CZor* CZorEdit::EditDataToZorData() try {
   // What an edit form gives up is for the chunks to use, which slabs would not.
   if (!CGivingUp::IsUnderWay()) phase.emplace();
   auto doc = std::make_unique<CZor>();
-  static_cast<ZorFileInfo&>(*doc) = *this;
+  static_cast<ZorFileInfo&>(*doc) = static_cast<const ZorFileInfo&>(*this);
   const auto draw_data = ChunkOfEdit<CZorDrawData>(&DrawData);
   doc->DrawData.DrawAtterSet = std::move(draw_data->DrawAtterSet);
   doc->DrawData.DrawInfoSet = std::move(draw_data->DrawInfoSet);
@@ -102,7 +102,7 @@ CZor* CZorEdit::TakeZorData() {
 void CZorEdit::ZorDataToEditData(CZor* doc) {
   const CBulkPhase phase;
   DrawData.Release();
-  static_cast<ZorFileInfo&>(*this) = *doc;
+  ZorFileInfo::operator=(static_cast<const ZorFileInfo&>(*doc));
   DrawData.ChunkDataToEditData(&doc->DrawData);
 }
 
@@ -150,14 +150,14 @@ bool operator==(const CZorEdit& a, const CZorEdit& b) { return EqualDocuments(a,
 
 std::unique_ptr<CZorEdit> ToEdit(const CZor& document) try {
   auto edit = std::make_unique<CZorEdit>();
-  edit->ZorDataToEditData(const_cast<CZor*>(&document));
+  edit->ZorDataToEditData(SourceOf(document));
   return edit;
 } catch (const std::bad_alloc&) {
   return nullptr;
 }
 
 std::unique_ptr<CZor> ToDocument(const CZorEdit& edit) {
-  return std::unique_ptr<CZor>(const_cast<CZorEdit&>(edit).EditDataToZorData());
+  return std::unique_ptr<CZor>(SourceOf(edit)->EditDataToZorData());
 }
 
 CZorTextConverter::CZorTextConverter() = default;

@@ -12,10 +12,10 @@ shift
 export CCACHE_NOHASHDIR=1 CCACHE_BASEDIR=$copy
 
 rm -rf "$copy"
-mkdir -p "$copy/tests/circle"
-cp -r "$tree"/{CMakeLists.txt,cmake,qenzor,scripts,tools} "$copy"
-cp -r "$tree"/tests/{CMakeLists.txt,support,consumer} "$copy/tests"
-for file in README.md LICENSE docs; do cp -r "$tree/$file" "$copy"; done
+mkdir -p "$copy"
+cp -r "$tree"/{CMakeLists.txt,LICENSE,README.md,cmake,docs,qenzor,scripts,tests,tools} "$copy"
+rm -r "$copy/tests/newcomer"
+mkdir "$copy/tests/circle"
 
 cp "$newcomer"/circle_obj.{h,cpp} "$copy/qenzor/qen"
 cp "$newcomer/circle_obj_in_all_forms.cpp" "$copy/tests/circle/circle_obj_test.cpp"
