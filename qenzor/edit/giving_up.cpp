@@ -2,6 +2,7 @@
 
 namespace qenzor {
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): false between two calls
 constinit thread_local bool CGivingUp::s_isUnderWay = false;
 
 }  // namespace qenzor

@@ -17,6 +17,7 @@ class CGivingUp {
   static bool IsUnderWay() noexcept { return s_isUnderWay; }
 
  private:
+  // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
   static thread_local bool s_isUnderWay;
   bool m_before;
 };

@@ -30,6 +30,20 @@ char* NormaliseLineEnds(char* from, char* end) {
   return to;
 }
 
+/// How much ASCII stands at the front.
+std::size_t AsciiLength(std::string_view text) {
+  constexpr std::size_t kBlock = 32;  // looked at as a whole, which is quick
+  const auto is_ascii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  std::size_t length = 0;
+  for (; text.size() - length >= kBlock; length += kBlock) {
+    char all = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) all = static_cast<char>(all | text[length + i]);
+    if (!is_ascii(all)) break;
+  }
+  while (length < text.size() && is_ascii(text[length])) ++length;
+  return length;
+}
+
 /// Moves line and column over the text.
 void Advance(std::string_view text, std::uint32_t& line, std::uint32_t& column) {
   for (std::size_t at = text.find('\n'); at != std::string_view::npos; at = text.find('\n')) {
@@ -43,19 +57,13 @@ void Advance(std::string_view text, std::uint32_t& line, std::uint32_t& column) 
 }  // namespace
 
 void CUtf8Watch::Take(std::string_view text) {
-  const auto is_beyond_ascii = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
-  auto at = text.begin();
-  while (m_is_valid && at != text.end()) {
-    constexpr std::ptrdiff_t kBlock = 32;  // looked at as a whole, which is quick
-    while (m_left == 0 && text.end() - at >= kBlock) {
-      char all = 0;
-      for (std::ptrdiff_t i = 0; i < kBlock; ++i) all = static_cast<char>(all | at[i]);
-      if (is_beyond_ascii(all)) break;
-      at += kBlock;
+  while (m_is_valid && !text.empty()) {
+    if (m_left == 0) {
+      text.remove_prefix(AsciiLength(text));
+      if (text.empty()) return;
     }
-    if (m_left == 0) at = std::find_if(at, text.end(), is_beyond_ascii);
-    if (at == text.end()) break;
-    const auto byte = static_cast<unsigned char>(*at++);
+    const auto byte = static_cast<unsigned char>(text.front());
+    text.remove_prefix(1);
     if (m_left > 0) {
       m_is_valid = (byte & 0xC0U) == 0x80;
       --m_left;
@@ -102,8 +110,9 @@ void CXmlWindow::Take(std::size_t size) {
     end = NormaliseLineEnds(from, end);
   }
   char* const behind = end;
-  if (void* nul = std::memchr(from, '\0', static_cast<std::size_t>(end - from)); nul != nullptr)
-    end = static_cast<char*>(nul);
+  if (auto* nul = static_cast<char*>(std::memchr(from, '\0', static_cast<std::size_t>(end - from)));
+      nul != nullptr)
+    end = nul;
   const bool has_nul = end != behind;
   m_watch.Take({from, static_cast<std::size_t>(end - from)});
   m_end = static_cast<std::size_t>(end - m_text.get());
@@ -112,7 +121,7 @@ void CXmlWindow::Take(std::size_t size) {
 }
 
 void CXmlWindow::GiveUp(std::uint64_t keep) {
-  const std::size_t size = static_cast<std::size_t>(keep - m_position);
+  const auto size = static_cast<std::size_t>(keep - m_position);
   Advance({m_text.get() + m_begin, size}, m_line, m_column);
   m_begin += size;
   m_position = keep;
