@@ -82,7 +82,7 @@ class CStorableWalk {
     if constexpr (kCountsItself<Data>) {
       const auto front = static_cast<std::uint32_t>(sizes.Front);
       const auto consumed = static_cast<std::uint32_t>(sizes.Front + sizes.Elements);
-      if (m_binary && kHooks<Data>.MemoryConsumed(front, consumed) != consumed)
+      if (m_binary && HooksFor<Data>().MemoryConsumed(front, consumed) != consumed)
         Find("has " + std::to_string(front) +
              " bytes in front of its records, too many to be read");
     }
