@@ -77,14 +77,17 @@ TEST(Catalogue, IsWhatEachFactoryMakesObjectsBy) {
     SCOPED_TRACE(Row::kTag);
     const std::unique_ptr<CAbstractChunk> chunk(CChunkFactory::CreateInstance({Row::kChunkId, 0}));
     ASSERT_NE(chunk, nullptr);
-    EXPECT_EQ(typeid(*chunk), typeid(typename Row::Chunk));
+    const auto& chunk_object = *chunk;
+    EXPECT_EQ(typeid(chunk_object), typeid(typename Row::Chunk));
     const std::unique_ptr<CAbstractChunkEdit> edit(CChunkEditFactory::CreateInstance(chunk.get()));
     ASSERT_NE(edit, nullptr);
-    EXPECT_EQ(typeid(*edit), typeid(typename Row::Edit));
+    const auto& edit_object = *edit;
+    EXPECT_EQ(typeid(edit_object), typeid(typename Row::Edit));
     const std::unique_ptr<CAbstractChunkTextConverter> converter(
         CChunkTextConverterFactory::CreateInstance(CString(Row::kTag)));
     ASSERT_NE(converter, nullptr);
-    EXPECT_EQ(typeid(*converter), typeid(typename Row::Converter));
+    const auto& converter_object = *converter;
+    EXPECT_EQ(typeid(converter_object), typeid(typename Row::Converter));
   });
 }
 
