@@ -55,10 +55,10 @@ class Tool : public ::testing::Test {
   Outcome Run(const std::string& arguments, const std::string& input = "/dev/null") const {
     return RunShell("\"$q\" " + arguments, input);
   }
-  void ExpectDone(const std::string& arguments) const {
+  void ExpectDone(const std::string& arguments, const std::string& said = "") const {
     const Outcome outcome = Run(arguments);
     EXPECT_EQ(outcome.Status, 0) << arguments;
-    EXPECT_EQ(outcome.Err, "") << arguments;
+    EXPECT_EQ(outcome.Err, said) << arguments;
   }
   /// Fails with that one line and nothing else.
   void ExpectRefused(const std::string& arguments, const std::string& message) const {

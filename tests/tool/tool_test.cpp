@@ -13,6 +13,11 @@ namespace qenzor::testing {
 
 namespace {
 
+/// What is said of the sample when it becomes XML.
+const std::string kLossOfWorldZor =
+    "qenzor: " QENZOR_SAMPLES
+    "/world.zor: 1 text's white space is not in the XML form (check --roundtrip tells where)\n";
+
 TEST_F(Tool, CopiesThroughEveryFormByteForByte) {
   for (const char* name : {"world.qen", "world.zor"})
     for (const char* via : {"", "--via chunk", "--via edit", "--via clone"}) {
@@ -22,9 +27,9 @@ TEST_F(Tool, CopiesThroughEveryFormByteForByte) {
 }
 
 TEST_F(Tool, TurnsADocumentIntoXmlAndBack) {
-  EXPECT_EQ(Run("to-xml " + Sample("world.zor") + " world.xml").Status, 0);
+  ExpectDone("to-xml " + Sample("world.zor") + " world.xml", kLossOfWorldZor);
   ExpectDone("from-xml world.xml once.zor");
-  EXPECT_EQ(Run("to-xml once.zor once.xml").Status, 0);
+  ExpectDone("to-xml once.zor once.xml");
   ExpectDone("from-xml once.xml twice.zor");
   EXPECT_TRUE(Load(At("world.xml"))
                   .starts_with("<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>\r\n"
@@ -34,7 +39,7 @@ TEST_F(Tool, TurnsADocumentIntoXmlAndBack) {
 
 TEST_F(Tool, ReadsStandardInputAndWritesStandardOutput) {
   EXPECT_EQ(Run("copy " + Sample("world.qen") + " -").Out, Load(Sample("world.qen")));
-  EXPECT_EQ(Run("to-xml " + Sample("world.zor") + " a.xml").Status, 0);
+  ExpectDone("to-xml " + Sample("world.zor") + " a.xml", kLossOfWorldZor);
   EXPECT_EQ(Run("to-xml " + Sample("world.zor") + " -").Out, Load(At("a.xml")));
   ExpectDone("from-xml a.xml a.zor");
   EXPECT_EQ(Run("copy - -", Sample("world.qen")).Out, Load(Sample("world.qen")));
