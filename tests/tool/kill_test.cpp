@@ -48,7 +48,7 @@ class Kill : public Tool {
     const std::array<std::string, 2> samples{Sample("world.qen"), Sample("world.zor")};
     const std::array<std::string, 2> contents{Load(samples[0]), Load(samples[1])};
     const auto start = Clock::now();
-    for (int i = 0; i < 4; ++i) ASSERT_EQ(WaitFor(Start(samples[i % 2])), 0);
+    for (std::size_t i = 0; i < 4; ++i) ASSERT_EQ(WaitFor(Start(samples[i % 2])), 0);
     const auto run =
         std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start) / 4;
 
