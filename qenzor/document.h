@@ -4,6 +4,7 @@
 #include <functional>
 #include <stop_token>
 
+#include "qenzor/platform/standard.h"
 #include "qenzor/text/xml_options.h"
 
 namespace qenzor {

@@ -45,7 +45,7 @@ class CReadGuard {
   /// Puts what the caller wanted before what came of it.
   Failure Judge(Failure failure) const {
     if (m_isCancelled) return FailureOf(FailureKind::kCancelled, "the reading was asked to stop");
-    return m_isTooLong ? TooLong() : failure;
+    return m_isTooLong ? TooLong() : std::move(failure);
   }
   Failure TooLong() const {
     return FailureOf(

@@ -254,8 +254,8 @@ class CBinaryWalk {
       case Shape::kRect:
         return m_listener.Rect(block.Node, field,
                                {LoadCoordinate(at, field), LoadCoordinate(at + field.Width, field),
-                                LoadCoordinate(at + 2U * field.Width, field),
-                                LoadCoordinate(at + 3U * field.Width, field)},
+                                LoadCoordinate(at + std::uint64_t{2} * field.Width, field),
+                                LoadCoordinate(at + std::uint64_t{3} * field.Width, field)},
                                at);
       case Shape::kPoint:
         return m_listener.Point(

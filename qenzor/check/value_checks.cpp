@@ -121,7 +121,7 @@ void CValueChecks::Open(const PathNode& node, const ClassSchema& schema, std::ui
 
 void CValueChecks::Close(const PathNode& node, const ClassSchema& schema, std::uint64_t /*kept*/) {
   if (schema.Id == CDrawAtter::kChunkId) CheckFit(node);
-  if (m_bands.size() > 0) CheckBands(node);
+  if (!m_bands.empty()) CheckBands(node);
 }
 
 void CValueChecks::Record(const PathNode& /*node*/, const FieldSchema& field,

@@ -154,7 +154,7 @@ void CheckXmlEncoding(std::string_view text, CReporter& reporter) {
                       return "the declaration names " + CString(encoding) +
                              ", but the text is read as Shift_JIS (code page 932)";
                     });
-  const auto beyond =
+  const auto* const beyond =
       std::ranges::find_if(text, [](char c) { return static_cast<unsigned char>(c) > 0x7F; });
   if (beyond == text.end() || !IsUtf8(text)) return;
   reporter.Report(
@@ -170,10 +170,10 @@ void CSpelling::Try(std::string_view candidate) {
   // The fewest letters to change, put in or take out.
   std::vector<std::size_t> row(to.size() + 1);
   std::iota(row.begin(), row.end(), 0U);
-  for (std::size_t i = 0; i < from.size(); ++i) {
+  for (const char letter : from) {
     std::size_t diagonal = row[0]++;
     for (std::size_t j = 0; j < to.size(); ++j) {
-      const std::size_t change = diagonal + (from[i] == to[j] ? 0 : 1);
+      const std::size_t change = diagonal + (letter == to[j] ? 0 : 1);
       diagonal = row[j + 1];
       row[j + 1] = std::min({change, row[j] + 1, diagonal + 1});
     }

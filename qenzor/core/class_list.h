@@ -1,5 +1,7 @@
 #pragma once
 
+#include "qenzor/platform/standard.h"
+
 namespace qenzor {
 
 /// Classes to be walked at compile time, in an order that means something to whoever lists them.

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "qenzor/platform/standard.h"
+
 namespace qenzor {
 
 /// What a class may do beyond what its field list says; everything here does nothing. Data that

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "qenzor/platform/standard.h"
+
 namespace qenzor {
 
 /// Walks the elements of a set in order. It gives pointers, which go on belonging to the set; a

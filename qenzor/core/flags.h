@@ -2,6 +2,8 @@
 
 #include <concepts>
 
+#include "qenzor/platform/standard.h"
+
 namespace qenzor {
 
 /// Whether the bit is set; bit 0 is the lowest.

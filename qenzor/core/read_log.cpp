@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <ranges>
 #include <utility>
 
 #include "qenzor/core/chunk_factory.h"
@@ -68,8 +69,8 @@ std::optional<Failure> CReadLog::Take() {
       *first = "…";
       m_levels.erase(first + 1, m_levels.end() - kMostLevels / 2);
     }
-    for (auto level = m_levels.rbegin(); level != m_levels.rend(); ++level)
-      m_failure->ChunkPath += (m_failure->ChunkPath.empty() ? "" : "/") + *level;
+    for (const CString& level : std::views::reverse(m_levels))
+      m_failure->ChunkPath += (m_failure->ChunkPath.empty() ? "" : "/") + level;
   }
   m_levels.clear();
   return std::exchange(m_failure, std::nullopt);

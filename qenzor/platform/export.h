@@ -1,5 +1,7 @@
 #pragma once
 
+#include "qenzor/platform/standard.h"
+
 /// QENZOR_EXPORT marks a class or function that the shared library offers to its users. Everything
 /// else is meant to be built with hidden visibility. On Windows the build of the library itself
 /// defines qenzor_EXPORTS, and users of a static library define QENZOR_STATIC.
@@ -11,8 +13,4 @@
 #define QENZOR_EXPORT __declspec(dllexport)
 #else
 #define QENZOR_EXPORT __declspec(dllimport)
-#endif
-
-#if defined(_MSVC_LANG) ? _MSVC_LANG < 202002L : __cplusplus < 202002L
-#error "qenzor needs C++20: compile with -std=c++20, or set CMAKE_CXX_STANDARD to 20"
 #endif

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "qenzor/platform/standard.h"
+
 namespace qenzor {
 
 /// A point of the map's own coordinate space; 16 bits a value in a file, 32 bits in memory.

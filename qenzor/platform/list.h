@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "qenzor/platform/standard.h"
+
 namespace qenzor {
 
 /// An ordered list: contiguous, because walking and indexing are what callers do most.

@@ -22,6 +22,15 @@ int DescriptorOf(const fs::path& folder, const CString& name) {
   return folder == fs::canonical("/dev/fd", error) ? descriptor : -1;
 }
 
+OutputTarget::Kind KindOf(const struct stat& status) {
+  return S_ISREG(status.st_mode) ? OutputTarget::Kind::kFile : OutputTarget::Kind::kOther;
+}
+
+bool Fail(int reason) {
+  errno = reason;
+  return false;
+}
+
 }  // namespace
 
 bool FindOutputTarget(const CString& path, OutputTarget& target) {
@@ -41,16 +50,10 @@ bool FindOutputTarget(const CString& path, OutputTarget& target) {
   }
   fs::path link = path;
   for (int links = 0; links <= kMaxLinks; ++links) {
-    if (!link.has_filename()) {
-      errno = ENOENT;
-      return false;
-    }
+    if (!link.has_filename()) return Fail(ENOENT);
     std::error_code error;
     const fs::path folder = fs::canonical(link.has_parent_path() ? link.parent_path() : ".", error);
-    if (error) {
-      errno = error.value();
-      return false;
-    }
+    if (error) return Fail(error.value());
     target.Descriptor = DescriptorOf(folder, link.filename());
     if (target.Descriptor >= 0) {
       target.What = Kind::kDescriptor;
@@ -60,22 +63,16 @@ bool FindOutputTarget(const CString& path, OutputTarget& target) {
     struct stat status {};
     if (::lstat(link.c_str(), &status) != 0 && errno != ENOENT) return false;
     if (!S_ISLNK(status.st_mode)) {
-      target.What = !exists                          ? Kind::kNew
-                    : S_ISREG(target.Status.st_mode) ? Kind::kFile
-                                                     : Kind::kOther;
+      target.What = exists ? KindOf(target.Status) : Kind::kNew;
       target.Folder = folder;
       target.Path = link;
       return true;
     }
     const fs::path next = fs::read_symlink(link, error);
-    if (error) {
-      errno = error.value();
-      return false;
-    }
+    if (error) return Fail(error.value());
     link = folder / next;
   }
-  errno = ELOOP;
-  return false;
+  return Fail(ELOOP);
 }
 
 }  // namespace qenzor

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "qenzor/platform/standard.h"
+
 namespace qenzor {
 
 /// Has the processor fetch the memory at an address that will be used soon, or may not even be

@@ -96,6 +96,7 @@ std::size_t FirstOf(const Area::Slabs& slabs, std::size_t from = 0) noexcept {
 
 }  // namespace
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): what an allocator is
 constinit CSlabSource g_slabSource;
 
 bool CAreaTable::Add(const Area* area) noexcept {

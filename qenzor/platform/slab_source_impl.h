@@ -28,8 +28,9 @@ class CAreaList;
 struct Area {
   using Slabs = std::bitset<kSlabsOfArea>;
 
-  static Area* Of(const void* block) noexcept {
-    return reinterpret_cast<Area*>(reinterpret_cast<std::uintptr_t>(block) & ~(kAreaSize - 1));
+  static Area* Of(void* block) noexcept {
+    return reinterpret_cast<Area*>(static_cast<std::uint8_t*>(block) -
+                                   (reinterpret_cast<std::uintptr_t>(block) & (kAreaSize - 1)));
   }
   std::uint8_t* Slab(std::size_t index) noexcept {
     return reinterpret_cast<std::uint8_t*>(this) + index * kSlabSize;

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include "qenzor/platform/standard.h"
+
 namespace qenzor {
 
 /// Narrow text: bytes of the code page (see code_page.h).

@@ -28,7 +28,7 @@ class CWatchedFile final : public CFile {
 
  private:
   /// The watch is asked every so many bytes only.
-  static constexpr std::uint64_t kStep = 64 * 1024;
+  static constexpr std::uint64_t kStep = std::uint64_t{64} * 1024;
 
   bool MayRead(std::uint32_t size) {
     const std::uint64_t done = m_file.GetPosition() - m_front + size;

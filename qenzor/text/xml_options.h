@@ -4,6 +4,8 @@
 #include <functional>
 #include <string_view>
 
+#include "qenzor/platform/standard.h"
+
 namespace qenzor {
 
 /// What encoding the text of an XML document is in.

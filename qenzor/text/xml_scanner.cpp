@@ -64,10 +64,10 @@ constexpr std::string_view kCData = "<![CDATA[";
 
 /// Where text is UTF-8 the parser believes every first byte of a character about its length, and
 /// does not see a mark among what follows.
-std::size_t CXmlScanner::CharacterLength(char c) {
-  const auto first = static_cast<unsigned char>(c);
-  if (first < 0xC2 || first > 0xF4) return 1;
-  return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+std::size_t CXmlScanner::CharacterLength(char first) {
+  const auto byte = static_cast<unsigned char>(first);
+  if (byte < 0xC2 || byte > 0xF4) return 1;
+  return byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
 }
 
 CXmlScanner::Event CXmlScanner::Step(std::string_view text, bool is_last) {

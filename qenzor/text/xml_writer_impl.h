@@ -93,7 +93,8 @@ class CXmlWriter {
     constexpr std::size_t kFront = 64;
     constexpr std::string_view kMiddle = "\" y=\"";
     constexpr std::string_view kBack = "\" />\r\n";
-    constexpr std::size_t kLongest = kFront + 2 * kMaxIntLength + kMiddle.size() + kBack.size();
+    constexpr std::size_t kLongest =
+        kFront + std::size_t{2} * kMaxIntLength + kMiddle.size() + kBack.size();
     constexpr std::size_t kLines = 256;
     static_assert(kLines * kLongest <= CStdioFile::kMaxBlock);
     const std::size_t size = m_level + tag.size() + std::string_view("< x=\"").size();

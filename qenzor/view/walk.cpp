@@ -1,6 +1,7 @@
 #include "qenzor/view/walk.h"
 
 #include <span>
+#include <utility>
 
 #include "qenzor/view/box_test.h"
 
@@ -15,8 +16,8 @@ bool Passes(const std::optional<std::set<Number>>& filter, Number number) {
 
 }  // namespace
 
-CObjectCursor::CObjectCursor(const CQen& map, const CFrame& frame, const Filters& filters)
-    : m_frame(frame), m_filters(filters) {
+CObjectCursor::CObjectCursor(const CQen& map, CFrame frame, const Filters& filters)
+    : m_frame(std::move(frame)), m_filters(filters) {
   if (map.MapData != nullptr) m_segments = map.MapData->MeshSegmentSet.get();
 }
 

@@ -19,7 +19,7 @@ namespace qenzor {
 /// never in a box. Bounding rectangles are looked at before points.
 class QENZOR_EXPORT CObjectCursor {
  public:
-  CObjectCursor(const CQen& map, const CFrame& frame, const Filters& filters);
+  CObjectCursor(const CQen& map, CFrame frame, const Filters& filters);
 
   /// The next object, or null behind the last. The result is good until the next call.
   const ObjectAt* Next();

@@ -9,22 +9,11 @@
 #include <fstream>
 #include <optional>
 
+#include "tests/support/sanitizers.h"
+
 namespace qenzor::testing {
 
 inline constexpr std::ptrdiff_t kMib = 1024 * 1024;
-
-/// Whether what the process holds is what the library took: a sanitizer takes more than that.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-inline constexpr bool kMemoryCanBeMeasured = false;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-inline constexpr bool kMemoryCanBeMeasured = false;
-#else
-inline constexpr bool kMemoryCanBeMeasured = true;
-#endif
-#else
-inline constexpr bool kMemoryCanBeMeasured = true;
-#endif
 
 /// The memory that the system has given this process.
 inline std::ptrdiff_t ResidentBytes() {
@@ -61,7 +50,7 @@ std::optional<std::ptrdiff_t> InChild(const Run& run) {
 /// Holds what run gives, in a process of its own, against a limit.
 template <class Run>
 void ExpectAtMost(std::ptrdiff_t most, const Run& run) {
-  if (!kMemoryCanBeMeasured) GTEST_SKIP() << "a sanitizer takes memory of its own";
+  if (kIsSanitized) GTEST_SKIP() << "a sanitizer takes memory of its own";
   const std::optional<std::ptrdiff_t> bytes = InChild(run);
   ASSERT_TRUE(bytes.has_value());
   EXPECT_LE(*bytes, most);

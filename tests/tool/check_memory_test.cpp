@@ -12,20 +12,14 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/sanitizers.h"
+
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr long kMostKiB = 64L * 1024;
 constexpr std::size_t kMostOutput = std::size_t{4} * 1024 * 1024;
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kIsSanitized = true;
-#elif defined(__has_feature)
-constexpr bool kIsSanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
-#else
-constexpr bool kIsSanitized = false;
-#endif
 
 std::string Little(std::uint64_t value, int width) {
   std::string bytes;
@@ -101,7 +95,7 @@ class CheckMemory : public testing::Test {
 };
 
 TEST_F(CheckMemory, IsBoundedForFilesFullOfDamage) {
-  if (kIsSanitized) GTEST_SKIP() << "sanitizers take memory of their own";
+  if (qenzor::testing::kIsSanitized) GTEST_SKIP() << "sanitizers take memory of their own";
   for (const auto& [name, bytes] :
        {std::pair("deep.qen", DeepMap()), std::pair("chains.qen", MapOfDeepChains()),
         std::pair("indices.zor", DrawingOfBadIndices())}) {
