@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <memory>
-#include <ranges>
 #include <utility>
 
 #include "qenzor/core/chunk_factory.h"
@@ -69,8 +68,9 @@ std::optional<Failure> CReadLog::Take() {
       *first = "…";
       m_levels.erase(first + 1, m_levels.end() - kMostLevels / 2);
     }
-    for (const CString& level : std::views::reverse(m_levels))
+    std::for_each(m_levels.rbegin(), m_levels.rend(), [this](const CString& level) {
       m_failure->ChunkPath += (m_failure->ChunkPath.empty() ? "" : "/") + level;
+    });
   }
   m_levels.clear();
   return std::exchange(m_failure, std::nullopt);
