@@ -4,10 +4,10 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
-#include <thread>
 
 #include "qenzor/qen/poly_obj.h"
 #include "tests/support/chunk_io.h"
@@ -131,7 +131,8 @@ TEST(PathReading, APipeIsReadAsItComes) {
   const Bytes bytes = LargeMap(12000).Add("what comes behind");
   int ends[2];
   ASSERT_EQ(::pipe(ends), 0);
-  std::thread writer([&] {
+  const pid_t writer = ::fork();
+  if (writer == 0) {
     std::size_t done = 0;
     while (done < bytes.size()) {
       const ssize_t count =
@@ -139,15 +140,16 @@ TEST(PathReading, APipeIsReadAsItComes) {
       if (count <= 0) break;
       done += static_cast<std::size_t>(count);
     }
-    ::close(ends[1]);
-  });
+    ::_exit(0);
+  }
+  ::close(ends[1]);
   CQen memory;
   ASSERT_TRUE(memory.Read(bytes.data(), bytes.size()));
   CQen pipe;
   EXPECT_TRUE(pipe.Read("/dev/fd/" + std::to_string(ends[0])));
   char rest[4096];
   while (::read(ends[0], rest, sizeof rest) > 0) continue;
-  writer.join();
+  EXPECT_EQ(::waitpid(writer, nullptr, 0), writer);
   ::close(ends[0]);
   EXPECT_EQ(Written(*pipe.MapData), Written(*memory.MapData));
 }
