@@ -48,6 +48,12 @@ qenzor::ZIdResult ZIdsOf(const Opened& document) {
   return qenzor::CollectXmlZIds(LoadText(document.File), document.Kind.Kind);
 }
 
+qenzor::FrameOptions ParseFrame(const std::string& words) {
+  auto frame = qenzor::FrameOptions::Parse(words);
+  if (!frame) throw CWrongUsage("--frame: " + frame.GetFailure().Reason);
+  return *frame;
+}
+
 class CDeafSink : public qenzor::CFindingSink {
  public:
   bool Take(const qenzor::Finding& /*finding*/) override { return true; }
@@ -63,6 +69,8 @@ class CChecker {
     if (for_people && !options.All)
       m_check.MaxDetails = std::min(m_check.MaxDetails, kMaxOnTerminal);
     m_check.RoundTrip = options.RoundTrip;
+    m_check.Geometry = options.Geometry;
+    if (!options.Frame.empty()) m_check.Frame = ParseFrame(options.Frame);
     for (const FindingKind& kind : qenzor::FindingKinds())
       if (!IsWanted(kind)) m_check.Skipped.insert(kind.Code);
   }

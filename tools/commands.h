@@ -21,6 +21,8 @@ struct Options {
   std::vector<std::string> Skip;
   bool ListCodes = false;
   bool RoundTrip = false;
+  bool Geometry = false;
+  std::string Frame;  ///< words that tell where objects lie
   bool Recursive = false;
   bool All = false;  ///< a terminal gets all findings too
   bool JsonLines = false;

@@ -1,6 +1,7 @@
 #include "qenzor/check/check.h"
 
 #include "qenzor/check/binary_walk_impl.h"
+#include "qenzor/check/geometry_checks_impl.h"
 #include "qenzor/check/line_index_impl.h"
 #include "qenzor/check/round_trip_impl.h"
 #include "qenzor/check/value_checks_impl.h"
@@ -44,30 +45,54 @@ class CXmlReporter : public check::CReporter {
   mutable check::CLineIndex m_lines;
 };
 
-/// Gathers what walk, given a reporter and a listener, tells.
+/// A walk over a document, which has a reporter and a listener hear of it, and returns whether
+/// reading takes the document.
+auto WalkOver(std::span<const std::uint8_t> bytes, BinaryKind kind) {
+  return [=](check::CReporter& reporter, check::CContentListener& listener) {
+    return check::WalkBinary(bytes, SchemaOf(kind), reporter, listener);
+  };
+}
+auto WalkOver(std::string_view text, BinaryKind kind) {
+  return [=](check::CReporter& reporter, check::CContentListener& listener) {
+    check::WalkXml(text, SchemaOf(kind), reporter, listener);
+    return !reporter.IsStopped();
+  };
+}
+
+/// Has only the listener hear of a document, up to the first error.
 template <class Walk>
-check::Facts CollectFacts(std::uint64_t size, BinaryKind kind, Walk&& walk) {
-  check::Facts facts;
-  check::CFactCollector collector(facts, size);
+bool Gather(BinaryKind kind, check::CContentListener& listener, const Walk& walk) {
   CDeafSink nobody;
   CheckOptions options;
   options.FirstErrorOnly = true;
   check::CReporter reporter(kind, options, nobody);
-  facts.IsWhole = walk(reporter, collector);
+  return walk(reporter, listener);
+}
+
+template <class Content>
+check::Facts CollectFacts(const Content& content, BinaryKind kind) {
+  check::Facts facts;
+  check::CFactCollector collector(facts, content.size());
+  facts.IsWhole = Gather(kind, collector, WalkOver(content, kind));
   return facts;
 }
 
-check::Facts CollectFacts(std::span<const std::uint8_t> bytes, BinaryKind kind) {
-  return CollectFacts(bytes.size(), kind, [&](auto& reporter, auto& collector) {
-    return check::WalkBinary(bytes, SchemaOf(kind), reporter, collector);
-  });
-}
-
-check::Facts CollectFacts(std::string_view text, BinaryKind kind) {
-  return CollectFacts(text.size(), kind, [&](auto& reporter, auto& collector) {
-    check::WalkXml(text, SchemaOf(kind), reporter, collector);
-    return !reporter.IsStopped();
-  });
+/// Has the reporter and the listener hear of a document, and the checks of geometry where they are
+/// asked for. What segments cut is gathered before, since it goes on further on.
+template <class Walk>
+void CheckContent(check::CReporter& reporter, check::CContentListener& listener, const Walk& walk) {
+  const CheckOptions& options = reporter.GetOptions();
+  if (!options.Geometry || options.FirstErrorOnly || reporter.GetKind() != BinaryKind::kQen) {
+    walk(reporter, listener);
+    return;
+  }
+  check::CCuts cuts;
+  check::CCutCollector collector(cuts, options.Frame);
+  const bool is_whole = Gather(reporter.GetKind(), collector, walk);
+  cuts.Sort();
+  check::CGeometryChecks geometry(reporter, is_whole ? &cuts : nullptr);
+  check::CBothListeners both(listener, geometry);
+  walk(reporter, both);
 }
 
 /// Why no document can be made of the text; nothing when one can.
@@ -114,7 +139,7 @@ CheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
   check::CRoundTripChecks round_trip(reporter);
   check::CBothListeners both(values, round_trip);
   check::CContentListener& all = both;
-  check::WalkBinary(bytes, SchemaOf(kind), reporter, options.RoundTrip ? all : values);
+  CheckContent(reporter, options.RoundTrip ? all : values, WalkOver(bytes, kind));
   return reporter.GetCounts();
 }
 
@@ -130,7 +155,7 @@ CheckCounts CheckXml(std::string_view text, BinaryKind kind, const CheckOptions&
   check::Facts facts;
   if (kind == BinaryKind::kZor) facts = CollectFacts(text, kind);
   check::CValueChecks values(reporter, facts);
-  check::WalkXml(text, schema, reporter, values);
+  CheckContent(reporter, values, WalkOver(text, kind));
   return reporter.GetCounts();
 }
 

@@ -9,6 +9,7 @@
 
 #include "qenzor/check/finding.h"
 #include "qenzor/platform/map.h"
+#include "qenzor/view/frame.h"
 
 namespace qenzor {
 
@@ -44,6 +45,9 @@ struct CheckOptions {
   bool FirstErrorOnly = false;
   /// Whether to tell what a binary document loses when it becomes XML and is read again.
   bool RoundTrip = false;
+  /// Whether to tell where a map's objects are out of place or misshapen, as they lie by the frame.
+  bool Geometry = false;
+  FrameOptions Frame;
   /// The z-ids of the document that this one belongs with, and how messages call it; null to leave
   /// that out.
   const CZIdTable* OtherZIds = nullptr;

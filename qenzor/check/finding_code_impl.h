@@ -86,6 +86,15 @@ enum class Code : std::uint16_t {
   kRoundTripNumber = 1093,
   kRoundTripInfo = 1094,
   kRoundTripOther = 1095,
+  // Where objects lie, and what shape they have.
+  kTooFewPoints = 1100,
+  kRingOpen = 1101,
+  kRingCrosses = 1102,
+  kRingCounterClockwise = 1103,
+  kRepeatedPoint = 1104,
+  kOutsideCell = 1105,
+  kLabelOutsideMap = 1106,
+  kCutNotMet = 1107,
 };
 
 /// The place of a code in the table.

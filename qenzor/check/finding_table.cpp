@@ -229,6 +229,34 @@ constexpr std::array kKinds{
          "The document that comes back from XML differs in its bytes, though not in a way named "
          "above: in the order of draw attributes, in what reading drops, or in the form of texts.",
          "Copy the document once, which puts these right, and check the copy."),
+    Kind(Code::kTooFewPoints, "too-few-points", Severity::kWarning,
+         "An area has fewer than three different points, or a line fewer than two; nothing can be "
+         "drawn of it.",
+         "Remove the object, or give it the points that it lacks."),
+    Kind(Code::kRingOpen, "ring-open", Severity::kWarning,
+         "The outline of an area does not end at the point where it begins.",
+         "Repeat the first point at the end."),
+    Kind(
+        Code::kRingCrosses, "ring-crosses-itself", Severity::kWarning,
+        "The outline of an area crosses itself or runs along itself; what is inside is doubtful.",
+        "Divide the area where its outline crosses; cut one with a hole in two, through the hole."),
+    Kind(Code::kRingCounterClockwise, "ring-counter-clockwise", Severity::kWarning,
+         "The outline of an area runs counter-clockwise.", "Turn the order of its points round."),
+    Kind(Code::kRepeatedPoint, "point-repeated", Severity::kWarning,
+         "A point of a line or an outline stands twice in a row.", "Remove one of the two."),
+    Kind(Code::kOutsideCell, "point-outside-cell", Severity::kWarning,
+         "Points of an object lie outside the segment that holds it; what looks for them by their "
+         "place misses them.",
+         "Cut the object at the segment's edge, or move it to the segment in which it lies; if all "
+         "objects are found, --frame tells where segments lie."),
+    Kind(Code::kLabelOutsideMap, "label-outside-map", Severity::kWarning,
+         "A label lies outside the map's rectangle.",
+         "Move or remove it, or enlarge the rectangle."),
+    Kind(Code::kCutNotMet, "cut-not-met", Severity::kWarning,
+         "An area or line that is cut at a segment's edge does not go on beyond, under the same "
+         "layer and z-id; a gap shows there.",
+         "Let what lies beyond begin at the same points; nothing need be done where the object "
+         "itself ends at the edge."),
 };
 
 static_assert(std::ranges::is_sorted(kKinds, {}, &FindingKind::Code));

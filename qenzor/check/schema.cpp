@@ -21,13 +21,14 @@ constexpr bool kIsKeyed = requires {
 };
 
 constexpr Role RoleOf(std::string_view tag) {
-  constexpr std::array<std::pair<std::string_view, Role>, 15> kRoles{
+  constexpr std::array<std::pair<std::string_view, Role>, 16> kRoles{
       {{"Ident", Role::kIdent},
        {"Magic", Role::kMagic},
        {"MajorVer", Role::kMajorVer},
        {"MinorVer", Role::kMinorVer},
        {"SegmentNumX", Role::kSegmentNumX},
        {"SegmentNumY", Role::kSegmentNumY},
+       {"CompCoef", Role::kCompCoef},
        {"IncRect", Role::kIncRect},
        {"ScData", Role::kScaleBand},
        {"DenomMax", Role::kDenomMax},

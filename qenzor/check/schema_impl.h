@@ -33,6 +33,7 @@ enum class Role : std::uint8_t {
   kMinorVer,
   kSegmentNumX,
   kSegmentNumY,
+  kCompCoef,
   kIncRect,
   kScaleBand,
   kDenomMax,

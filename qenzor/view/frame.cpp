@@ -176,6 +176,14 @@ CSegmentFrame CFrame::ForSegment(std::uint16_t segment) const {
   return frame;
 }
 
+MapBox CFrame::GetCell(std::uint16_t segment) const {
+  if (m_plain) return {};
+  const std::int64_t column = segment % m_columns;
+  const std::int64_t row = segment / m_columns;
+  return {ToFrame(ColumnOrigin(column, 0)), ToFrame(RowOrigin(row, 0)),
+          ToFrame(ColumnOrigin(column, 2)), ToFrame(RowOrigin(row, 2))};
+}
+
 std::optional<std::uint16_t> CFrame::FindSegment(const MapPoint& point) const {
   if (m_plain) return 0;
   if (!GetRect().Holds(point)) return std::nullopt;

@@ -24,7 +24,7 @@ struct MapPoint {
 };
 
 /// A rectangle in the coordinates that a frame gives.
-struct MapBox {
+struct QENZOR_EXPORT MapBox {
   double West = 0;
   double South = 0;
   double East = 0;
@@ -117,6 +117,9 @@ class QENZOR_EXPORT CFrame {
   /// if the mesh went on; a plain frame has them all.
   bool HasSegment(std::uint16_t segment) const;
   CSegmentFrame ForSegment(std::uint16_t segment) const;
+  /// The segment's part of the map; all 0 in a plain frame. Neighbours have their common edge at
+  /// exactly the same place.
+  MapBox GetCell(std::uint16_t segment) const;
   MapPoint At(std::uint16_t segment, const CPoint& point) const {
     return ForSegment(segment).At(point);
   }

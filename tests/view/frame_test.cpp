@@ -89,6 +89,30 @@ TEST(Frame, PlacesSegmentsBeyondTheMeshAsIfItWentOn) {
   EXPECT_EQ(CFrame(World(), Options("rows=south")).At(300, {0, 0}), (MapPoint{7.5, -97.5}));
 }
 
+TEST(Frame, CellsOfNeighboursHaveTheirCommonEdgeAtTheSamePlace) {
+  QenFileInfo info = World();
+  info.SegmentNumX = 7;
+  info.SegmentNumY = 11;
+  for (const char* words : {"rows=north", "rows=south,origin=south-west"}) {
+    const CFrame frame(info, Options(words));
+    MapBox all = frame.GetCell(0);
+    for (std::uint16_t segment = 0; segment < 77; ++segment) {
+      const MapBox cell = frame.GetCell(segment);
+      all.Add(cell);
+      if (segment % 7 != 6) {
+        EXPECT_EQ(cell.East, frame.GetCell(static_cast<std::uint16_t>(segment + 1)).West);
+      }
+      if (segment >= 70) continue;
+      const MapBox next = frame.GetCell(static_cast<std::uint16_t>(segment + 7));
+      EXPECT_TRUE(cell.North == next.South || cell.South == next.North) << segment;
+    }
+    EXPECT_EQ(all, frame.GetRect());
+  }
+  EXPECT_EQ(CFrame(World()).GetCell(25), (MapBox{-165, -75, -150, -60}));
+  EXPECT_EQ(CFrame(World(), Options("rows=south")).GetCell(25), (MapBox{-165, 60, -150, 75}));
+  EXPECT_EQ(CFrame(World(), Options("plain=on")).GetCell(25), MapBox{});
+}
+
 TEST(Frame, MultipliesByTheUnitThatIsGiven) {
   EXPECT_EQ(CFrame(World(), Options("unit=0.25")).At(0, {1, 2}),
             (MapPoint{-620999000. / 4, -296998000. / 4}));
