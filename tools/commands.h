@@ -38,5 +38,6 @@ int RunToXml(const Options& options);
 int RunFromXml(const Options& options);
 int RunInfo(const Options& options);
 int RunCheck(const Options& options);
+int RunSalvage(const Options& options);
 
 }  // namespace tool

@@ -119,6 +119,18 @@ int main(int argc, char** argv) try {
       "  qenzor check --recursive --jsonl --skip Q1061 maps/");
   check->add_option("FILE", options.Files, "Documents or XML; - for standard input");
 
+  CLI::App* salvage = AddCommand(app, options, "salvage",
+                                 "Keep what can be read of a damaged document, and tell what is "
+                                 "lost",
+                                 &tool::RunSalvage, chosen);
+  AddInOut(salvage, options);
+  salvage->footer(
+      "Exit status: 0 nothing was damaged, and OUT is IN byte for byte; 1 something was, and OUT "
+      "is\n"
+      "what is left, or there is no OUT because the file info or the root is gone; 2 wrong usage.\n"
+      "Example:\n"
+      "  qenzor salvage damaged.qen whole.qen");
+
   const std::string word = argc > 1 ? argv[1] : "";
   std::vector<std::string> commands;
   for (const CLI::App* command : app.get_subcommands({})) commands.push_back(command->get_name());

@@ -52,6 +52,18 @@ class CBinaryWalk {
     return whole;
   }
 
+  bool IsWhole(std::uint64_t at, std::uint32_t depth) {
+    const std::uint32_t id = HeaderAt(at).Id;
+    PathNode node{nullptr, {}, id};
+    return WalkChunk(node, at, m_bytes.size(), FindClass(id), depth);
+  }
+
+  std::optional<std::uint64_t> FindFieldsEnd(std::uint64_t at, const ClassSchema& schema) {
+    PathNode node{nullptr, schema.Tag, schema.Id};
+    Block block{node, at + kHeaderSize, m_bytes.size(), false};
+    return WalkBlock(block, schema) ? std::optional(block.At) : std::nullopt;
+  }
+
  private:
   struct Header {
     std::uint32_t Id;
@@ -380,6 +392,18 @@ class CBinaryWalk {
 bool WalkBinary(std::span<const std::uint8_t> bytes, const DocumentSchema& schema,
                 CReporter& reporter, CContentListener& listener) {
   return CBinaryWalk(bytes, reporter, listener).WalkDocument(schema);
+}
+
+bool IsWholeChunk(std::span<const std::uint8_t> bytes, std::uint64_t at, std::uint32_t depth,
+                  CReporter& reporter) {
+  CContentListener nobody;
+  return CBinaryWalk(bytes, reporter, nobody).IsWhole(at, depth);
+}
+
+std::optional<std::uint64_t> FindFieldsEnd(std::span<const std::uint8_t> bytes, std::uint64_t at,
+                                           const ClassSchema& schema, CReporter& reporter) {
+  CContentListener nobody;
+  return CBinaryWalk(bytes, reporter, nobody).FindFieldsEnd(at, schema);
 }
 
 }  // namespace qenzor::check

@@ -47,7 +47,8 @@ bool CCuts::IsMet(AreaCut cut) const {
 }
 
 bool CCuts::IsMet(const LineCut& cut) const {
-  return std::ranges::equal_range(m_lines, cut, kByKey).size() > 1;
+  const auto [first, last] = std::equal_range(m_lines.begin(), m_lines.end(), cut, kByKey);
+  return last - first > 1;
 }
 
 }  // namespace qenzor::check

@@ -129,7 +129,7 @@ TEST_F(Output, AClosedDescriptorIsAFailure) {
 }
 
 TEST_F(Output, AFullDiskIsAFailureThatLeavesTheOldFile) {
-  for (const std::string command : {"copy ", "to-xml "})
+  for (const std::string command : {"copy ", "to-xml ", "salvage "})
     ExpectRefused(command + m_map + " /dev/full",
                   "/dev/full: cannot be written: No space left on device");
   const std::string unshare = "unshare -m sh -c '";
