@@ -18,6 +18,7 @@
 #include <regex>
 
 #include "bench/driver.h"
+#include "bench/measure.h"
 #include "bench/rows.h"
 #include "bench/scratch_folder.h"
 #include "bench/table.h"
@@ -41,13 +42,16 @@ struct Options {
   std::string Job;
   std::string Folder;
   bool Once = false;
+  bool ProcessorTime = false;
+
+  Clock GetClock() const { return ProcessorTime ? Clock::kProcessor : Clock::kWall; }
 };
 
 void RunOne(const Options& options, const Sizes& sizes) {
   const Suite suite = MakeSuite(Corpus(options.Folder, sizes));
-  const Sample sample = Measure(suite.Jobs.at(options.Job)(), !options.Once);
-  std::cout << std::setprecision(15) << sample.First << ' ' << sample.Warm << ' ' << sample.Peak
-            << ' ' << sample.End << '\n';
+  const Sample sample = Measure(suite.Jobs.at(options.Job)(), options.GetClock(), !options.Once);
+  std::cout << std::setprecision(15) << sample.First << ' ' << sample.System << ' ' << sample.Faults
+            << ' ' << sample.Warm << ' ' << sample.Peak << ' ' << sample.End << '\n';
 }
 
 std::vector<Row> ChosenRows(const Sizes& sizes, const std::regex& only) {
@@ -74,14 +78,18 @@ void RunAll(const Options& options, const Sizes& sizes) {
 
   std::cerr << "making the documents\n";
   MakeCorpus(suite, corpus);
-  const Results results = RunRounds(jobs, options.Rounds,
-                                    {std::filesystem::read_symlink("/proc/self/exe"), "--size",
-                                     options.Size, "--folder", folder, "--job"});
-  std::cout << options.Rounds << " rounds; map of " << std::filesystem::file_size(corpus.MapFile())
-            << " bytes.\n\n";
+  std::vector<std::string> command{std::filesystem::read_symlink("/proc/self/exe"), "--size",
+                                   options.Size, "--folder", folder};
+  if (options.ProcessorTime) command.emplace_back("--processor-time");
+  command.emplace_back("--job");
+  const Results results = RunRounds(jobs, options.Rounds, command);
+  std::cout << options.Rounds << " rounds; "
+            << (options.ProcessorTime ? "processor time, the system's included"
+                                      : "time on the wall")
+            << "; map of " << std::filesystem::file_size(corpus.MapFile()) << " bytes.\n\n";
   WriteRatios(std::cout, rows, results);
   std::cout << '\n';
-  WriteMemory(std::cout, MakeMemoryRows(), results, std::filesystem::file_size(corpus.MapFile()));
+  WriteMemory(std::cout, MakeMemoryRows(corpus), results);
   WriteTimes(std::cout, results);
 }
 
@@ -98,6 +106,8 @@ int main(int argc, char** argv) {
   app.add_option("--job", options.Job, "run this job alone, in this process");
   app.add_option("--folder", options.Folder,
                  "make the files here, and keep them; with --job: where they are");
+  app.add_flag("--processor-time", options.ProcessorTime,
+               "not the time on the wall: for a machine on which other programs run");
   app.add_flag("--once", options.Once, "with --job: only the first run");
   CLI11_PARSE(app, argc, argv);
 

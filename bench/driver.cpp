@@ -61,7 +61,8 @@ Sample RunJob(const std::string& job, std::vector<std::string> command) {
   command.push_back(job);
   std::istringstream output(OutputOf(command));
   Sample sample;
-  output >> sample.First >> sample.Warm >> sample.Peak >> sample.End;
+  output >> sample.First >> sample.System >> sample.Faults >> sample.Warm >> sample.Peak >>
+      sample.End;
   Require(!output.fail(), job);
   return sample;
 }
@@ -72,8 +73,8 @@ Sample MedianOf(const std::vector<Sample>& samples) {
     for (const Sample& sample : samples) values.push_back(sample.*member);
     return Median(std::move(values));
   };
-  return {median(&Sample::First), median(&Sample::Warm), median(&Sample::Peak),
-          median(&Sample::End)};
+  return {median(&Sample::First), median(&Sample::System), median(&Sample::Faults),
+          median(&Sample::Warm),  median(&Sample::Peak),   median(&Sample::End)};
 }
 
 std::string Content(const std::string& path) {

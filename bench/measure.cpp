@@ -1,7 +1,9 @@
 #include "bench/measure.h"
 
+#include <sys/resource.h>
+
 #include <algorithm>
-#include <chrono>
+#include <ctime>
 #include <fstream>
 #include <string>
 
@@ -9,7 +11,22 @@ namespace qenzor::bench {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+/// Nanoseconds since some moment.
+double Now(Clock clock) {
+  std::timespec now{};
+  ::clock_gettime(clock == Clock::kWall ? CLOCK_MONOTONIC : CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
+}
+
+rusage Used() {
+  rusage used{};
+  ::getrusage(RUSAGE_SELF, &used);
+  return used;
+}
+
+double Nanoseconds(const timeval& time) {
+  return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_usec) * 1e3;
+}
 
 /// A line of /proc/self/status, in KiB.
 double MemoryStatus(const std::string& name) {
@@ -25,30 +42,35 @@ void ForgetPeak() { std::ofstream("/proc/self/clear_refs") << "5"; }
 
 }  // namespace
 
-[[gnu::noinline]] double RunTimed(const Job& job) {
-  const Clock::time_point start = Clock::now();
+[[gnu::noinline]] double RunTimed(const Job& job, Clock clock) {
+  const double start = Now(clock);
   job.Run();
-  return std::chrono::duration<double, std::nano>(Clock::now() - start).count();
+  return Now(clock) - start;
 }
 
-Sample Measure(const Job& job, bool warm) {
+Sample Measure(const Job& job, Clock clock, bool warm) {
   constexpr std::size_t kFewest = 2;
   constexpr std::size_t kMost = 2000;
-  constexpr std::chrono::milliseconds kLongEnough(500);
+  constexpr double kLongEnough = 5e8;
 
   ForgetPeak();
   const double before = MemoryStatus("VmRSS");
   Sample sample;
-  sample.First = RunTimed(job);
+  const rusage used_before = Used();
+  sample.First = RunTimed(job, clock);
+  const rusage used = Used();
+  sample.System = Nanoseconds(used.ru_stime) - Nanoseconds(used_before.ru_stime);
+  sample.Faults = static_cast<double>(used.ru_minflt - used_before.ru_minflt);
   sample.Peak = MemoryStatus("VmHWM") - before;
   sample.End = MemoryStatus("VmRSS") - before;
   job.Undo();
 
   if (!warm) return sample;
   std::vector<double> times;
-  const Clock::time_point start = Clock::now();
-  while (times.size() < kFewest || (times.size() < kMost && Clock::now() - start < kLongEnough)) {
-    times.push_back(RunTimed(job));
+  const double start = Now(Clock::kWall);
+  while (times.size() < kFewest ||
+         (times.size() < kMost && Now(Clock::kWall) - start < kLongEnough)) {
+    times.push_back(RunTimed(job, clock));
     job.Undo();
   }
   sample.Warm = Median(std::move(times));

@@ -22,10 +22,11 @@ struct Row {
 struct MemoryRow {
   std::string Work;
   std::string Job;
+  std::string File;  ///< what it is told per byte of
   std::string Target;
 };
 
 std::vector<Row> MakeRows(const Sizes& sizes);
-std::vector<MemoryRow> MakeMemoryRows();
+std::vector<MemoryRow> MakeMemoryRows(const Corpus& corpus);
 
 }  // namespace qenzor::bench

@@ -1,6 +1,7 @@
 #include "bench/table.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iomanip>
 #include <ostream>
 #include <sstream>
@@ -41,17 +42,16 @@ void WriteRatios(std::ostream& out, const std::vector<Row>& rows, const Results&
   }
 }
 
-void WriteMemory(std::ostream& out, const std::vector<MemoryRow>& rows, const Results& results,
-                 std::size_t map_bytes) {
+void WriteMemory(std::ostream& out, const std::vector<MemoryRow>& rows, const Results& results) {
   const auto measured = [&results](const MemoryRow& row) { return results.contains(row.Job); };
   if (std::none_of(rows.begin(), rows.end(), measured)) return;
   constexpr double kKib = 1024;
-  const auto bytes = static_cast<double>(map_bytes);
   out << "| job | at most | peak MiB | end MiB | peak per byte | end per byte |\n"
          "|---|---|---|---|---|---|\n";
   for (const MemoryRow& row : rows) {
     if (!measured(row)) continue;
     const Sample& sample = results.at(row.Job);
+    const auto bytes = static_cast<double>(std::filesystem::file_size(row.File));
     out << "| " << row.Work << " | " << row.Target << " | " << Fixed(sample.Peak / kKib, 1) << " | "
         << Fixed(sample.End / kKib, 1) << " | " << Fixed(sample.Peak * kKib / bytes, 2) << " | "
         << Fixed(sample.End * kKib / bytes, 2) << " |\n";
@@ -61,9 +61,11 @@ void WriteMemory(std::ostream& out, const std::vector<MemoryRow>& rows, const Re
 
 void WriteTimes(std::ostream& out, const Results& results) {
   constexpr double kMilliseconds = 1e6;
-  out << "| job | first run, ms | warm, ms |\n|---|---|---|\n";
+  out << "| job | first run, ms | of it in the system | page faults | warm, ms |\n"
+         "|---|---|---|---|---|\n";
   for (const auto& [job, sample] : results)
     out << "| `" << job << "` | " << Fixed(sample.First / kMilliseconds, 3) << " | "
+        << Fixed(sample.System / kMilliseconds, 3) << " | " << Fixed(sample.Faults, 0) << " | "
         << Fixed(sample.Warm / kMilliseconds, 3) << " |\n";
 }
 

@@ -10,8 +10,7 @@ namespace qenzor::bench {
 /// Writes what was measured as Markdown tables. A row one of whose jobs is not among the results
 /// says that it is missing.
 void WriteRatios(std::ostream& out, const std::vector<Row>& rows, const Results& results);
-void WriteMemory(std::ostream& out, const std::vector<MemoryRow>& rows, const Results& results,
-                 std::size_t map_bytes);
+void WriteMemory(std::ostream& out, const std::vector<MemoryRow>& rows, const Results& results);
 void WriteTimes(std::ostream& out, const Results& results);
 
 }  // namespace qenzor::bench

@@ -99,32 +99,11 @@ std::unique_ptr<Node> CopyNode(const Node& node) {
   }
 }
 
-std::uint32_t Resize(Node& node) {
-  switch (node.Id) {
-    case id::kLine:
-    case id::kPolygon:
-      node.Size = HeightSize(node) + 2 + 4 * static_cast<PointsNode&>(node).Count;
-      break;
-    case id::kLabel: {
-      const std::uint32_t units = static_cast<LabelNode&>(node).Units;
-      node.Size = kLabelSize + 2 + (units == 0 ? 0 : 2 * (units + 1));
-      break;
-    }
-    default:
-      node.Size = FieldsSize(node.Id);
-      for (const auto& below : static_cast<BranchNode&>(node).Nodes)
-        node.Size += kHeaderSize + Resize(*below);
-  }
-  return node.Size;
-}
-
 class TreeWriter {
  public:
   explicit TreeWriter(PlainWriter& out) : m_out(out) {}
 
   void Write(const Node& node) {
-    Put(node.Id);
-    Put(node.Size);
     switch (node.Id) {
       case id::kLine:
       case id::kPolygon:
@@ -133,47 +112,56 @@ class TreeWriter {
         return WriteLabel(static_cast<const LabelNode&>(node));
       default: {
         const auto& branch = static_cast<const BranchNode&>(node);
-        m_out.Put(branch.Fields.data(), FieldsSize(node.Id));
+        std::uint8_t* to = Begin(node, FieldsSize(node.Id));
+        std::copy_n(branch.Fields.data(), FieldsSize(node.Id), to);
+        m_out.Advance(kHeaderSize + FieldsSize(node.Id));
         for (const auto& below : branch.Nodes) Write(*below);
       }
     }
   }
 
  private:
+  /// Room for a header, which is put there, and size bytes behind it.
+  std::uint8_t* Begin(const Node& node, std::size_t size) {
+    std::uint8_t* to = m_out.Room(kHeaderSize + size);
+    return Store(Store(to, node.Id), node.Size);
+  }
+
   template <class T>
-  void Put(T value) {
-    m_out.Put(&value, sizeof value);
+  static std::uint8_t* Store(std::uint8_t* to, T value) {
+    std::memcpy(to, &value, sizeof value);
+    return to + sizeof value;
+  }
+  static std::uint8_t* StorePoint(std::uint8_t* to, const PlainPoint& point) {
+    return Store(Store(to, static_cast<std::int16_t>(point.X)), static_cast<std::int16_t>(point.Y));
   }
 
-  static void Store(std::uint8_t* to, const PlainPoint& point) {
-    const std::array<std::int16_t, 2> both{static_cast<std::int16_t>(point.X),
-                                           static_cast<std::int16_t>(point.Y)};
-    std::memcpy(to, both.data(), sizeof both);
-  }
-
+  // Room is asked for once where an object fits into the buffer.
   void WritePoints(const PointsNode& node) {
-    if (node.Id == id::kPolygon) Put(node.Height);
-    Put(static_cast<std::uint16_t>(node.Count));
-    constexpr std::uint32_t kAtOnce = 4096;
-    for (std::uint32_t done = 0; done < node.Count; done += kAtOnce) {
-      const std::uint32_t count = std::min(node.Count - done, kAtOnce);
-      std::uint8_t* to = m_out.Room(4 * std::size_t{count});
-      for (std::uint32_t i = 0; i < count; ++i) Store(to + 4 * i, node.Points[done + i]);
-      m_out.Advance(4 * std::size_t{count});
+    constexpr std::uint32_t kAtOnce = 8192;
+    const std::uint32_t count = std::min(node.Count, kAtOnce);
+    const std::size_t front = HeightSize(node) + 2;
+    std::uint8_t* to = Begin(node, front + 4 * std::size_t{count});
+    if (node.Id == id::kPolygon) to = Store(to, node.Height);
+    to = Store(to, static_cast<std::uint16_t>(node.Count));
+    for (std::uint32_t i = 0; i < count; ++i) to = StorePoint(to, node.Points[i]);
+    m_out.Advance(kHeaderSize + front + 4 * std::size_t{count});
+    for (std::uint32_t i = count; i < node.Count; ++i) {
+      StorePoint(m_out.Room(4), node.Points[i]);
+      m_out.Advance(4);
     }
   }
 
   void WriteLabel(const LabelNode& node) {
-    Put(node.Flags);
-    Put(node.Angle);
-    Store(m_out.Room(4), node.At);
-    m_out.Advance(4);
-    Put(node.OffsetRate);
-    Put(node.OffsetAngle);
-    Put(static_cast<std::uint16_t>(node.Size - kLabelSize - 2));
-    if (node.Units == 0) return;
-    Put(std::uint16_t{0xFEFF});
-    m_out.Put(node.Text.get(), 2 * std::size_t{node.Units});
+    std::uint8_t* to = Begin(node, node.Size);
+    to = Store(Store(to, node.Flags), node.Angle);
+    to = Store(Store(StorePoint(to, node.At), node.OffsetRate), node.OffsetAngle);
+    to = Store(to, static_cast<std::uint16_t>(node.Size - kLabelSize - 2));
+    if (node.Units != 0) {
+      to = Store(to, std::uint16_t{0xFEFF});
+      std::memcpy(to, node.Text.get(), 2 * std::size_t{node.Units});
+    }
+    m_out.Advance(kHeaderSize + node.Size);
   }
 
   PlainWriter& m_out;
@@ -192,8 +180,7 @@ PlainMap ReadPlainMap(const std::filesystem::path& path) {
 
 PlainMap CopyPlainMap(const PlainMap& map) { return {map.Info, CopyNode(*map.Root)}; }
 
-void WritePlainMap(PlainMap& map, const std::filesystem::path& path) {
-  Resize(*map.Root);
+void WritePlainMap(const PlainMap& map, const std::filesystem::path& path) {
   PlainWriter out(path);
   out.Put(map.Info.data(), map.Info.size());
   TreeWriter(out).Write(*map.Root);

@@ -95,8 +95,8 @@ constexpr std::uint32_t FieldsSize(std::uint32_t branch_id) {
 
 PlainMap ReadPlainMap(const std::filesystem::path& path);
 PlainMap CopyPlainMap(const PlainMap& map);
-/// Recomputes all sizes, then writes.
-void WritePlainMap(PlainMap& map, const std::filesystem::path& path);
+/// Writes with the sizes that the nodes hold.
+void WritePlainMap(const PlainMap& map, const std::filesystem::path& path);
 /// Writes the XML that the library writes of the same map.
 void WritePlainMapXml(const PlainMap& map, const std::filesystem::path& path);
 
