@@ -13,6 +13,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "qenzor/platform/digits_impl.h"
+
 namespace qenzor {
 namespace {
 
@@ -92,37 +94,9 @@ bool IsHuge(const char* at, const char* end) noexcept {
   return power + exponent > 0;
 }
 
-constexpr std::uint32_t kTableEnd = 10000;
-/// The texts "0000" to "9999". With it four digits cost one look-up; on points it takes
-/// between a third and nine tenths of the time of std::to_chars.
-constexpr auto kFourDigits = [] {
-  std::array<std::array<char, 4>, kTableEnd> table{};
-  for (std::uint32_t i = 0; i < kTableEnd; ++i) {
-    table[i] = {static_cast<char>('0' + i / 1000), static_cast<char>('0' + i / 100 % 10),
-                static_cast<char>('0' + i / 10 % 10), static_cast<char>('0' + i % 10)};
-  }
-  return table;
-}();
-
 char* PutFourDigits(char* out, std::uint32_t value) noexcept {
   std::memcpy(out, kFourDigits[value].data(), 4);
   return out + 4;
-}
-
-/// Coordinates dominate all output. Up to five digits are laid out in one word, whose leading zeros
-/// are then shifted out: no branch hangs on how many there are.
-constexpr std::uint32_t kFewDigitsEnd =
-    std::endian::native == std::endian::little ? 10 * kTableEnd : 0;
-
-char* PutFewDigits(char* out, std::uint32_t value) noexcept {
-  const std::uint32_t first = value / kTableEnd;
-  const auto last = std::bit_cast<std::uint32_t>(kFourDigits[value % kTableEnd]);
-  const std::uint64_t text = ('0' + first) | std::uint64_t{last} << 8U;
-  const auto zeros = static_cast<std::uint32_t>((value < 10 ? 1 : 0) + (value < 100 ? 1 : 0) +
-                                                (value < 1000 ? 1 : 0) + (value < 10000 ? 1 : 0));
-  const std::uint64_t shifted = text >> 8U * zeros;
-  std::memcpy(out, &shifted, sizeof shifted);
-  return out + 5 - zeros;
 }
 
 template <class Number>
@@ -236,11 +210,11 @@ char* FormatFixed10(char* out, double value) noexcept {
   out = FormatUInt32(out, static_cast<std::uint32_t>(*scaled / kScale));
   const std::uint64_t decimals = *scaled % kScale;
   *out++ = '.';
-  constexpr std::uint64_t kLastEight = std::uint64_t{kTableEnd} * kTableEnd;
+  constexpr std::uint64_t kLastEight = std::uint64_t{kFourDigitsEnd} * kFourDigitsEnd;
   const auto last = static_cast<std::uint32_t>(decimals % kLastEight);
   std::memcpy(out, kFourDigits[decimals / kLastEight].data() + 2, 2);
-  out = PutFourDigits(out + 2, last / kTableEnd);
-  return PutFourDigits(out, last % kTableEnd);
+  out = PutFourDigits(out + 2, last / kFourDigitsEnd);
+  return PutFourDigits(out, last % kFourDigitsEnd);
 }
 
 }  // namespace qenzor

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "qenzor/platform/code_page.h"
+#include "qenzor/platform/digits_impl.h"
 #include "qenzor/platform/file.h"
 #include "qenzor/platform/geometry.h"
 #include "qenzor/platform/numbers.h"
@@ -37,6 +38,15 @@ class CTextCursor {
       m_at = FormatInt32(m_at, number);
     else
       m_at = FormatUInt32(m_at, number);
+    return *this;
+  }
+  /// A coordinate: nearly all the numbers of a map, put down without a call.
+  CTextCursor& Coordinate(std::int32_t value) {
+    const std::uint32_t size =
+        value < 0 ? 0 - static_cast<std::uint32_t>(value) : static_cast<std::uint32_t>(value);
+    if (size >= kFewDigitsEnd) return *this << value;
+    *m_at = '-';
+    m_at = PutFewDigits(m_at + (value < 0 ? 1 : 0), size);
     return *this;
   }
   /// The front of the text, all of which is copied: a fixed size is quicker than the right one.
@@ -109,7 +119,8 @@ class CXmlWriter {
       Put(kLines * kLongest, [&](CTextCursor& out) {
         for (std::size_t left = kLines; left > 0 && point != points.end(); --left, ++point) {
           out.PutFront(begin, size);
-          out << point->x << kMiddle << point->y << kBack;
+          out.Coordinate(point->x) << kMiddle;
+          out.Coordinate(point->y) << kBack;
         }
       });
     }
