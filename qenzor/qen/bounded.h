@@ -1,12 +1,11 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 
 #include "qenzor/core/data_hooks.h"
 #include "qenzor/core/forms.h"
+#include "qenzor/platform/bounds.h"
 #include "qenzor/platform/export.h"
-#include "qenzor/platform/geometry.h"
 
 namespace qenzor {
 
@@ -24,30 +23,18 @@ class QENZOR_EXPORT CBounded : public Data {
     /// A ring closes where it began, so in memory its last point is left out.
     void AfterMemoryRead(CBounded& data) const override {
       const std::size_t count = data.Pt.size();
-      data.SetBoundRect(kOf == BoundsOf::kRing && count > 1 ? count - 1 : count);
+      const std::size_t bounded = kOf == BoundsOf::kRing && count > 1 ? count - 1 : count;
+      data.m_boundRect = BoundRectOf({data.Pt.data(), bounded});
     }
-    void AfterFileRead(CBounded& data) const override { data.SetBoundRect(data.Pt.size()); }
+    void AfterFileRead(CBounded& data) const override {
+      data.m_boundRect = BoundRectOf({data.Pt.data(), data.Pt.size()});
+    }
     void CopyDerived(const CBounded& from, CBounded& to) const override {
       to.m_boundRect = from.m_boundRect;
     }
   };
 
  private:
-  void SetBoundRect(std::size_t count) {
-    m_boundRect = {};
-    if (count == 0) return;
-    const CPoint first = this->Pt[0];
-    CRect rect{first.x, first.y, first.x, first.y};
-    for (std::size_t i = 1; i < count; ++i) {
-      const CPoint point = this->Pt[i];
-      rect.left = std::min(rect.left, point.x);
-      rect.right = std::max(rect.right, point.x);
-      rect.top = std::min(rect.top, point.y);
-      rect.bottom = std::max(rect.bottom, point.y);
-    }
-    m_boundRect = rect;
-  }
-
   CRect m_boundRect;
 };
 
