@@ -39,6 +39,17 @@ bool AreEqual(const Base& a, const Base& b) {
 }
 
 template <class Chunk>
+constexpr auto PrefetchElemOf() {
+  using Prefetch = decltype(ClassRow::PrefetchElem);
+  if constexpr (requires(const Chunk& set) { set.PrefetchElem(0); })
+    return Prefetch([](const CAbstractChunk& set, std::uint64_t key) {
+      static_cast<const Chunk&>(set).PrefetchElem(key);
+    });
+  else
+    return Prefetch();
+}
+
+template <class Chunk>
 constexpr ClassRow kRow{
     Chunk::kTag,
     []() -> CAbstractChunkEdit* { return new typename Chunk::EditClass; },
@@ -46,6 +57,7 @@ constexpr ClassRow kRow{
     &SharedConverter<typename Chunk::ConverterClass>,
     &IsA<typename Chunk::ConverterClass, CAbstractChunkTextConverter>,
     &IsA<typename Chunk::EditClass, CAbstractChunkEdit>,
+    PrefetchElemOf<Chunk>(),
     &AreEqual<Chunk, CAbstractChunk>,
     &AreEqual<typename Chunk::EditClass, CAbstractChunkEdit>,
     [](CAbstractChunkEdit& edit, CXmlElement& elem) {

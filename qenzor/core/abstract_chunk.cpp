@@ -5,8 +5,10 @@
 
 #include "qenzor/core/chunk_factory.h"
 #include "qenzor/core/class_row_impl.h"
+#include "qenzor/core/coding.h"
 #include "qenzor/core/read_log_impl.h"
 #include "qenzor/core/unknown_chunk.h"
+#include "qenzor/platform/near_tls_impl.h"
 #include "qenzor/platform/window_file_impl.h"
 
 namespace qenzor {
@@ -16,7 +18,7 @@ namespace {
 /// How deep this thread stands in nested chunks. The reading operations have no room for it among
 /// their arguments; it is back at zero whenever no read is under way.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
-thread_local std::uint32_t t_depth = 0;
+QENZOR_NEAR_TLS constinit thread_local std::uint32_t t_depth = 0;
 
 class CDepthGuard {
  public:
@@ -28,6 +30,30 @@ class CDepthGuard {
 
 /// Whether the chunk being read stands so deep that it must hold no other.
 bool IsAtMaxDepth() noexcept { return t_depth >= kMaxChunkDepth; }
+
+// A keyed set files an element by looking into a large table at random. The keys of those to come
+// are looked at now and then, and their places fetched into the processor's cache.
+constexpr std::uint32_t kLookAhead = 16;
+/// Sub-chunks of common size.
+constexpr std::uint32_t kBytesAhead = 1024;
+
+/// Whether to look ahead before the sub-chunk at the index. Not before the first: most chunks have
+/// no other.
+bool IsTimeToLookAhead(std::uint32_t index) noexcept { return index % kLookAhead == 1; }
+
+void LookAhead(const CAbstractChunk& set, const std::uint8_t* bytes, std::uint32_t size) {
+  constexpr std::uint32_t kLeast = CChunkHeader::kSize + sizeof(std::uint64_t);
+  const ClassRow* row = FindRow(set);
+  if (row == nullptr || row->PrefetchElem == nullptr) return;
+  for (std::uint32_t left = kLookAhead; left > 0 && size >= kLeast; --left) {
+    CChunkHeader header;
+    header.Read(bytes, size);
+    row->PrefetchElem(set, little_endian::Load<std::uint64_t>(bytes + CChunkHeader::kSize));
+    if (header.DataSize > size - CChunkHeader::kSize) return;
+    bytes += CChunkHeader::kSize + header.DataSize;
+    size -= CChunkHeader::kSize + header.DataSize;
+  }
+}
 
 }  // namespace
 
@@ -78,6 +104,7 @@ bool CAbstractChunk::ReadChunkBlock(const void* data, const std::uint32_t& avail
   std::uint32_t total = 0;
   for (std::uint32_t index = 0; total < needed; ++index) {
     const std::uint32_t remaining = available - total;
+    if (IsTimeToLookAhead(index)) LookAhead(*this, bytes + total, remaining);
     CAbstractChunk* chunk = CChunkFactory::Create(bytes + total, remaining);
     if (chunk == nullptr) return false;
     total += chunk->GetChunkSize();
@@ -88,7 +115,7 @@ bool CAbstractChunk::ReadChunkBlock(const void* data, const std::uint32_t& avail
 
 bool CAbstractChunk::ReadChunkBlock(CFile* file, std::uint32_t needed) {
   if (needed == 0) return true;
-  const CWindowFile* window = AsWindow(*file);
+  CWindowFile* window = AsWindow(*file);
   const std::uint32_t most = window != nullptr ? window->GetLeft() : needed;
   if (IsAtMaxDepth()) return NoteTooDeep(*file, m_header.DataSize - needed);
   if (most < needed || needed > m_header.DataSize) {
@@ -96,16 +123,19 @@ bool CAbstractChunk::ReadChunkBlock(CFile* file, std::uint32_t needed) {
     if (most < needed) return false;
   }
   std::uint32_t total = 0;
-  std::uint32_t index = 0;
-  CChunkHeader last;
-  for (; total < needed; ++index) {
+  for (std::uint32_t index = 0; total < needed; ++index) {
+    if (window != nullptr && IsTimeToLookAhead(index)) {
+      const std::span<const std::uint8_t> ahead = window->Peek(kBytesAhead);
+      LookAhead(*this, ahead.data(), static_cast<std::uint32_t>(ahead.size()));
+    }
     CAbstractChunk* chunk = CChunkFactory::Create(file);
     if (chunk == nullptr) return NoteSubChunk(*file, *this, index, needed - total);
-    last = chunk->GetHeader();
+    const CChunkHeader header = chunk->GetHeader();
     total += chunk->GetChunkSize();
     SubChunkSet(index, chunk);
+    if (total > needed) return NoteOverrun(*file, *this, header, index, total - needed);
   }
-  return total == needed || NoteOverrun(*file, *this, last, index - 1, total - needed);
+  return true;
 }
 
 bool CAbstractChunk::Write(CFile* file, bool recalc) {

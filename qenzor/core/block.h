@@ -24,4 +24,11 @@ void WriteBlock(CFile& file, std::uint32_t size, Fill&& fill) {
   file.Write(block.data(), size);
 }
 
+/// The same at an address, which moves behind the block.
+template <class Fill>
+void WriteBlock(std::uint8_t*& next, std::uint32_t size, Fill&& fill) {
+  fill(next);
+  next += size;
+}
+
 }  // namespace qenzor

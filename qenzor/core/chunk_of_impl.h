@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cassert>
+
 #include "qenzor/core/chunk_of.h"
 #include "qenzor/core/class_row_impl.h"
 #include "qenzor/core/data_hooks.h"
@@ -91,7 +93,18 @@ void CChunkOf<Self, Base, Data>::Release() {
 
 template <class Self, class Base, class Data>
 bool CChunkOf<Self, Base, Data>::WriteData(CFile* file, bool recalc) try {
-  WriteFields(*file, Data::Fields(), *this);
+  // In one piece where the file lends room for it.
+  const std::uint64_t size = SizeOfBlock(Data::Fields(), *this);
+  const bool fits = size <= CFileBuffer::kWriteSize;
+  if (std::uint8_t* next = fits ? file->BeginBlock(static_cast<std::uint32_t>(size)) : nullptr;
+      next != nullptr) {
+    [[maybe_unused]] const std::uint8_t* const end = next + size;
+    WriteFields(next, Data::Fields(), *this);
+    assert(next == end);
+    file->EndBlock(next);
+  } else {
+    WriteFields(*file, Data::Fields(), *this);
+  }
   return WriteSlots(*file, recalc, FieldsOf<CChunkOf>(), *this);
 } catch (const std::exception&) {
   return false;

@@ -6,6 +6,7 @@
 #include "qenzor/core/chunk_set.h"
 #include "qenzor/core/class_row_impl.h"
 #include "qenzor/core/field_io_impl.h"
+#include "qenzor/core/prefetch_impl.h"
 
 namespace qenzor {
 
@@ -180,8 +181,11 @@ void CChunkSetMap<std::uint64_t, T>::DeepCopy(CAbstractChunk* source) {
   this->m_header = same->m_header;
   m_elems.Reserve(same->m_elems.GetCount());
   std::uint32_t index = 0;
-  same->ForEachElem([&](T elem) { this->AddElem(index++, CloneOf(elem).release()); },
-                    [this](std::uint64_t key) { PrefetchElem(key); });
+  VisitTrailing<Element>(
+      [&](auto visit) {
+        same->ForEachElem(visit, [this](std::uint64_t key) { PrefetchElem(key); });
+      },
+      [&](T elem) { this->AddElem(index++, CloneOf(elem).release()); });
 }
 
 template <class T>
@@ -201,8 +205,10 @@ void CChunkSetMap<std::uint64_t, T>::Release() {
 
 template <class T>
 bool CChunkSetMap<std::uint64_t, T>::WriteData(CFile* file, bool recalc) {
-  return this->WriteElements(file, GetElemCount(),
-                             [&] { ForEachElem([&](T elem) { elem->Write(file, recalc); }); });
+  return this->WriteElements(file, GetElemCount(), [&] {
+    VisitTrailing<Element>([this](auto visit) { ForEachElem(visit); },
+                           [&](T elem) { elem->Write(file, recalc); });
+  });
 }
 
 // Concrete sets.

@@ -20,6 +20,10 @@ struct ClassRow {
   CAbstractChunkTextConverter& (*SharedConverter)();
   bool (*IsConverter)(const CAbstractChunkTextConverter& converter);
   bool (*IsEdit)(const CAbstractChunkEdit& edit);
+  /// Has the place of the element that a keyed set of the class files, or will file, under the key
+  /// fetched into the processor's cache; null for all other classes. An element's key is the first
+  /// of its fields.
+  void (*PrefetchElem)(const CAbstractChunk& set, std::uint64_t key);
   /// Both objects must be of the class.
   bool (*EqualChunks)(const CAbstractChunk& a, const CAbstractChunk& b);
   bool (*EqualEdits)(const CAbstractChunkEdit& a, const CAbstractChunkEdit& b);

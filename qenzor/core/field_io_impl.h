@@ -19,8 +19,8 @@ template <class Source, class Fields, class T>
 bool ReadFields(Source& source, const Fields& fields, T& object);
 template <class Fields, class T>
 std::uint32_t SizeOfFields(const Fields& fields, const T& object);
-template <class Fields, class T>
-void WriteFields(CFile& file, const Fields& fields, const T& object);
+template <class Out, class Fields, class T>
+void WriteFields(Out& out, const Fields& fields, const T& object);
 template <class Fields, class T>
 void CopyFields(const Fields& fields, const T& from, T& to);
 
@@ -48,21 +48,16 @@ bool ReadValue(Source& source, T& object, const TextField<O, Value>& f) {
   return source.IsWhole() || source.Misses(f.Tag, size);
 }
 
-/// Elements of fixed size. The array is made when their bytes are known to be there.
+template <class Element>
+void LoadPackedElements(const std::uint8_t* bytes, Element* element, Element* end) {
+  for (; element != end; ++element, bytes += PackedSize<Element>()) LoadPacked(bytes, *element);
+}
+
+/// Elements whose bytes are there, but not in one piece.
 template <class Source, class Array>
-bool ReadPackedElements(Source& source, typename Array::count_type count, Array& array) {
+bool ReadPackedPieces(Source& source, typename Array::count_type count, Array& array) {
   using Element = typename Array::value_type;
   constexpr std::uint32_t kElementSize = PackedSize<Element>();
-  const auto load = [](const std::uint8_t* bytes, Element* element, Element* end) {
-    for (; element != end; ++element, bytes += kElementSize) LoadPacked(bytes, *element);
-  };
-  const std::uint64_t size = std::uint64_t{count} * kElementSize;
-  if (const std::uint8_t* bytes = source.Take(size); bytes != nullptr) {
-    array.ResetForOverwrite(count);
-    load(bytes, array.begin(), array.end());
-    return true;
-  }
-  if (!source.Has(size)) return false;
   array.ResetForOverwrite(count);
   for (Element* next = array.begin(); next != array.end();) {
     constexpr std::ptrdiff_t kAtOnce = CFileSource::kPiece / kElementSize;
@@ -72,9 +67,20 @@ bool ReadPackedElements(Source& source, typename Array::count_type count, Array&
       array.clear();
       return false;
     }
-    load(bytes, next, next + elements);
+    LoadPackedElements(bytes, next, next + elements);
     next += elements;
   }
+  return true;
+}
+
+/// Elements of fixed size. The array is made when their bytes are known to be there.
+template <class Source, class Array>
+bool ReadPackedElements(Source& source, typename Array::count_type count, Array& array) {
+  const std::uint64_t size = std::uint64_t{count} * PackedSize<typename Array::value_type>();
+  const std::uint8_t* bytes = source.Take(size);
+  if (bytes == nullptr) return source.Has(size) && ReadPackedPieces(source, count, array);
+  array.ResetForOverwrite(count);
+  LoadPackedElements(bytes, array.begin(), array.end());
   return true;
 }
 
@@ -178,6 +184,32 @@ std::uint32_t SizeOfFields(const Fields& fields, const T& object) {
   return size;
 }
 
+/// Bytes that WriteFields puts out, in 64 bits, in which no count and no text wraps; more than any
+/// file lends room for where elements differ in size.
+template <class Fields, class T>
+std::uint64_t SizeOfBlock(const Fields& fields, const T& object) {
+  constexpr auto kNoBlock = std::uint64_t{1} << 40;
+  std::uint64_t size = 0;
+  ForEachField(fields, [&]<class F>(const F& f) {
+    if constexpr (requires { typename F::Array; }) {
+      using Element = typename F::Array::value_type;
+      size += sizeof(typename F::Array::count_type);
+      if constexpr (IsFixedSize<Element>())
+        size += std::uint64_t{(object.*f.Member).size()} * PackedSize<Element>();
+      else
+        size += kNoBlock;
+    } else if constexpr (requires { f.Members; }) {
+      size += SizeOfBlock(f.Members, object);
+    } else if constexpr (requires { f.MaxBytes; }) {
+      const std::uint64_t units = (object.*f.Member).size();
+      size += units == 0 ? 2 : 4 + 2 * units;
+    } else if constexpr (!requires { typename F::Chunk; }) {
+      size += SizeOfValue(object, f);
+    }
+  });
+  return size;
+}
+
 /// Bytes of the elements of the arrays, without their counts.
 template <class Fields, class T>
 std::uint32_t SizeOfElements(const Fields& fields, const T& object) {
@@ -190,37 +222,38 @@ std::uint32_t SizeOfElements(const Fields& fields, const T& object) {
   return size;
 }
 
-// Writing. Sub-chunks are written by their owner, since their result is its result.
+// Writing, to a file or to an address. Sub-chunks are written by their owner, since their result is
+// its result.
 
-template <class T, class O, class Value, class Coding>
-void WriteValue(CFile& file, const T& object, const Field<O, Value, Coding>& f) {
-  WriteBlock(file, Coding::template kSize<Value>,
+template <class Out, class T, class O, class Value, class Coding>
+void WriteValue(Out& out, const T& object, const Field<O, Value, Coding>& f) {
+  WriteBlock(out, Coding::template kSize<Value>,
              [&](std::uint8_t* bytes) { Coding::Store(bytes, object.*f.Member); });
 }
 
-template <class T, class O, class Value>
-void WriteValue(CFile& file, const T& object, const TextField<O, Value>& f) {
+template <class Out, class T, class O, class Value>
+void WriteValue(Out& out, const T& object, const TextField<O, Value>& f) {
   const Value& text = object.*f.Member;
   const std::uint32_t size = StoredTextBytes(text.size());
-  WriteBlock(file, size == 0 ? 2 : 4, [size](std::uint8_t* bytes) {
+  WriteBlock(out, size == 0 ? 2 : 4, [size](std::uint8_t* bytes) {
     little_endian::Store(bytes, static_cast<std::uint16_t>(size));
     if (size != 0) little_endian::Store(bytes + 2, std::uint16_t{0xFEFF});
   });
   constexpr std::size_t kUnitsInBlock = kMaxBlockSize / 2;
   for (std::size_t from = 0; from < text.size(); from += kUnitsInBlock) {
     const std::size_t count = std::min(text.size() - from, kUnitsInBlock);
-    WriteBlock(file, static_cast<std::uint32_t>(count * 2), [&](std::uint8_t* bytes) {
+    WriteBlock(out, static_cast<std::uint32_t>(count * 2), [&](std::uint8_t* bytes) {
       for (std::size_t i = 0; i < count; ++i)
         little_endian::Store(bytes + 2 * i, static_cast<std::uint16_t>(text[from + i]));
     });
   }
 }
 
-template <class T, class O, class Array>
-void WriteValue(CFile& file, const T& object, const ArrayField<O, Array>& f) {
+template <class Out, class T, class O, class Array>
+void WriteValue(Out& out, const T& object, const ArrayField<O, Array>& f) {
   using Element = typename Array::value_type;
   const Array& array = object.*f.Member;
-  WriteBlock(file, sizeof(typename Array::count_type),
+  WriteBlock(out, sizeof(typename Array::count_type),
              [&](std::uint8_t* bytes) { little_endian::Store(bytes, array.size()); });
   if constexpr (IsFixedSize<Element>()) {
     constexpr std::uint32_t kElementSize = PackedSize<Element>();
@@ -229,27 +262,27 @@ void WriteValue(CFile& file, const T& object, const ArrayField<O, Array>& f) {
     while (next != array.end()) {
       const auto left = static_cast<std::size_t>(array.end() - next);
       const std::size_t count = std::min(left, kElementsInBlock);
-      WriteBlock(file, static_cast<std::uint32_t>(count) * kElementSize, [&](std::uint8_t* bytes) {
+      WriteBlock(out, static_cast<std::uint32_t>(count) * kElementSize, [&](std::uint8_t* bytes) {
         for (const Element* end = next + count; next != end; ++next, bytes += kElementSize)
           StorePacked(bytes, *next);
       });
     }
   } else {
-    for (const Element& element : array) WriteFields(file, Element::Fields(), element);
+    for (const Element& element : array) WriteFields(out, Element::Fields(), element);
   }
 }
 
-template <class T, class Members>
-void WriteValue(CFile& file, const T& object, const FieldGroup<Members>& f) {
-  WriteFields(file, f.Members, object);
+template <class Out, class T, class Members>
+void WriteValue(Out& out, const T& object, const FieldGroup<Members>& f) {
+  WriteFields(out, f.Members, object);
 }
 
-template <class T, class O, class Slot, class Chunk>
-void WriteValue(CFile& /*file*/, const T& /*object*/, const SlotField<O, Slot, Chunk>& /*f*/) {}
+template <class Out, class T, class O, class Slot, class Chunk>
+void WriteValue(Out& /*out*/, const T& /*object*/, const SlotField<O, Slot, Chunk>& /*f*/) {}
 
-template <class Fields, class T>
-void WriteFields(CFile& file, const Fields& fields, const T& object) {
-  ForEachField(fields, [&](const auto& f) { WriteValue(file, object, f); });
+template <class Out, class Fields, class T>
+void WriteFields(Out& out, const Fields& fields, const T& object) {
+  ForEachField(fields, [&](const auto& f) { WriteValue(out, object, f); });
 }
 
 /// Writes every present sub-chunk of a field list, in order; true when all were written.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qenzor/core/chunk_set.h"
+#include "qenzor/core/prefetch_impl.h"
 #include "qenzor/edit/chunk_edit_impl.h"
 #include "qenzor/edit/chunk_set_edit.h"
 #include "qenzor/edit/giving_up_impl.h"
@@ -34,13 +35,14 @@ CAbstractChunk* CChunkSetArrayEdit<T, TEdit>::EditDataToChunkData() {
   auto* set = class_cast<CChunkSetArray<T>>(chunk.get());
   if (set == nullptr) return chunk.release();
   set->GetNewArray(this->GetElemCount());
+  const bool gives_up = CGivingUp::IsUnderWay();
   std::uint32_t place = 0;
   for (auto& elem : m_list) {
     if (elem == nullptr) continue;
     set->SetElem(place++, ChunkOfEdit<std::remove_pointer_t<T>>(elem.get()).release());
-    if (CGivingUp::IsUnderWay()) elem.reset();
+    if (gives_up) elem.reset();
   }
-  if (CGivingUp::IsUnderWay()) Release();
+  if (gives_up) Release();
   return chunk.release();
 }
 
@@ -113,6 +115,17 @@ void CChunkSetArrayEdit<T, TEdit>::DelElem(std::uint32_t index) {
 
 // The map.
 
+/// Calls visit for each element in the map's order, and ahead with its key some elements before.
+template <class Elems, class Ahead, class Visit>
+void ForEachElemTrailing(const Elems& elems, Ahead ahead, Visit visit) {
+  using Edit = typename decltype(Elems::Entry::Value)::element_type;
+  VisitTrailing<Edit>(
+      [&](auto take) {
+        elems.ForEachOrdered([&](std::uint64_t, const auto& elem) { take(elem.get()); }, ahead);
+      },
+      visit);
+}
+
 template <class T, class TEdit>
 CChunkSetMapEdit<std::uint64_t, T, TEdit>::CChunkSetMapEdit() : m_elems(kBuckets) {}
 
@@ -131,11 +144,9 @@ CAbstractChunk* CChunkSetMapEdit<std::uint64_t, T, TEdit>::EditDataToChunkData()
     Release();
     return chunk.release();
   }
-  m_elems.ForEachOrdered(
-      [&](std::uint64_t, const auto& elem) {
-        set->SubChunkSet(index++, elem->EditDataToChunkData());
-      },
-      [set](std::uint64_t key) { set->PrefetchElem(key); });
+  ForEachElemTrailing(
+      m_elems, [set](std::uint64_t key) { set->PrefetchElem(key); },
+      [&](TEdit elem) { set->SubChunkSet(index++, elem->EditDataToChunkData()); });
   return chunk.release();
 }
 
@@ -145,12 +156,14 @@ void CChunkSetMapEdit<std::uint64_t, T, TEdit>::ChunkDataToEditData(CAbstractChu
   auto* set = class_cast<CChunkSetMap<std::uint64_t, T>>(chunk);
   if (set == nullptr) return;
   m_elems.Reserve(set->GetElemCount());
-  set->ForEachElem(
+  VisitTrailing<std::remove_pointer_t<T>>(
+      [&](auto visit) {
+        set->ForEachElem(visit, [this](std::uint64_t key) { m_elems.PrefetchKey(key); });
+      },
       [this](T elem) {
         if (auto edit = MakeEdit(*elem); edit != nullptr)
           AddElem(static_cast<ElementEdit*>(edit.release()));
-      },
-      [this](std::uint64_t key) { m_elems.PrefetchKey(key); });
+      });
 }
 
 template <class T, class TEdit>
@@ -167,9 +180,9 @@ void CChunkSetMapEdit<std::uint64_t, T, TEdit>::DeepCopy(CAbstractChunkEdit* sou
   auto* same = dynamic_cast<CChunkSetMapEdit*>(source);
   if (same == nullptr) return;
   m_elems.Reserve(same->m_elems.GetCount());
-  same->m_elems.ForEachOrdered(
-      [&](std::uint64_t, const auto& elem) { AddElem(CloneOfEdit(elem.get()).release()); },
-      [this](std::uint64_t key) { m_elems.PrefetchKey(key); });
+  ForEachElemTrailing(
+      same->m_elems, [this](std::uint64_t key) { m_elems.PrefetchKey(key); },
+      [this](TEdit elem) { AddElem(CloneOfEdit(elem).release()); });
 }
 
 template <class T, class TEdit>

@@ -3,6 +3,6 @@
 namespace qenzor {
 
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): false between two calls
-constinit thread_local bool CGivingUp::s_isUnderWay = false;
+QENZOR_NEAR_TLS constinit thread_local bool CGivingUp::s_isUnderWay = false;
 
 }  // namespace qenzor

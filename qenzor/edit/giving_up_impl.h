@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "qenzor/platform/near_tls_impl.h"
+
 namespace qenzor {
 
 /// While one lives, an edit form that is turned into chunks on its thread gives up its elements one
@@ -18,7 +20,7 @@ class CGivingUp {
 
  private:
   // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
-  static thread_local bool s_isUnderWay;
+  QENZOR_NEAR_TLS static constinit thread_local bool s_isUnderWay;
   bool m_before;
 };
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "qenzor/platform/bulk_phase_impl.h"
+#include "qenzor/platform/near_tls_impl.h"
 #include "qenzor/platform/slab_source_impl.h"
 
 namespace qenzor {
@@ -65,11 +66,6 @@ class CSlabCutter {
   std::size_t m_spared = 0;
 };
 
-#if defined(__GNUC__)
-#define QENZOR_NEAR_TLS [[gnu::tls_model("initial-exec")]]
-#else
-#define QENZOR_NEAR_TLS
-#endif
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): a phase ends with its call
 QENZOR_NEAR_TLS constinit thread_local CSlabCutter t_objects;
 QENZOR_NEAR_TLS constinit thread_local CSlabCutter t_arrays;

@@ -41,6 +41,15 @@ std::uint32_t CWindowFile::GetLeft() const noexcept {
   return static_cast<std::uint32_t>(m_length - CFile::GetPosition());
 }
 
+std::span<const std::uint8_t> CWindowFile::Peek(std::uint32_t size) {
+  if (!m_isLengthKnown) return {};
+  size = std::min(size, GetLeft());
+  const std::uint8_t* bytes = TakeBlock(size);
+  if (bytes == nullptr) return {};
+  CFile::Seek(-std::int64_t{size}, current);
+  return {bytes, size};
+}
+
 std::uint32_t CWindowFile::ReadThrough(void* data, std::uint32_t size) noexcept {
   const std::uint64_t position = GetSystemPosition();
   const auto wanted =

@@ -29,6 +29,9 @@ class CWindowFile final : public CFile {
 
   /// The bytes that remain; of a pipe, which does not tell, the most that there can be.
   std::uint32_t GetLeft() const noexcept;
+  /// Shows up to size of the bytes that follow, none of which is taken; valid until the next
+  /// operation. Nothing where waiting for them might take a while.
+  std::span<const std::uint8_t> Peek(std::uint32_t size);
   bool IsLengthKnown() const noexcept { return m_isLengthKnown; }
   /// Whether so many remain for certain.
   bool Has(std::uint64_t size) const noexcept { return m_isLengthKnown && size <= GetLeft(); }

@@ -74,6 +74,21 @@ TEST(ChunkSetMap, KeysOfOneBucketGoFromTheLatestToTheEarliest) {
                                                         AtterBytes(high + 1), AtterBytes(1)}));
 }
 
+TEST(ChunkSetMap, TakesManyElementsWhateverTheCountSays) {
+  for (const std::uint32_t declared : {0U, 1U, 100U, 0xFFFFFFFFU}) {
+    Bytes data = Bytes().U32(declared);
+    for (std::uint64_t key = 0; key < 100; ++key) data.Add(AtterBytes(key));
+    const Bytes bytes = Chunk(id::kDrawAtterSet, data);
+    const auto from_memory = FromMemory<CDrawAtterSet>(bytes);
+    const auto from_file = FromFile<CDrawAtterSet>(bytes);
+    ASSERT_NE(from_memory, nullptr);
+    ASSERT_NE(from_file, nullptr);
+    EXPECT_EQ(Written(*from_memory), Written(*from_file));
+    for (std::uint64_t key = 0; key < 100; ++key) EXPECT_NE(from_memory->GetElem(key), nullptr);
+    EXPECT_EQ(from_memory->GetElemCount(), 100U);
+  }
+}
+
 TEST(ChunkSetMap, DropsAndDestroysOtherClasses) {
   CDrawAtterSet set;
   set.SubChunkSet(0, new Counted<CDrawAtterSet>);

@@ -5,14 +5,43 @@
 #include "qenzor/qen/layer_data.h"
 #include "qenzor/qen/layer_set.h"
 #include "qenzor/qen/mesh_segment.h"
+#include "qenzor/qen/poly_obj.h"
+#include "qenzor/qen/url_info.h"
 #include "qenzor/qen/z_id_obj_set.h"
 #include "tests/support/chunk_io.h"
 #include "tests/support/counted.h"
 #include "tests/support/faulty_file.h"
 #include "tests/support/qen_bytes.h"
+#include "tests/support/temp_file.h"
 
 namespace qenzor::testing {
 namespace {
+
+/// What the chunk writes to a file on disk, which lends room for whole blocks.
+Bytes WrittenToDisk(CAbstractChunk& chunk) {
+  const TempFile file;
+  CFile disk;
+  if (!disk.Open(file.Path(), CFile::modeCreate | CFile::modeWrite) || !chunk.Write(&disk, true))
+    return Bytes("not written");
+  disk.Close();
+  return file.Content();
+}
+
+TEST(ChunkWrite, BlocksOfAnySizeAreWrittenTheSameWhereRoomIsLent) {
+  // 65,535 points take more room than any file lends, and 65,520 nearly all of it.
+  for (const std::uint32_t count : {0U, 1U, 3U, 16000U, 65520U, 65529U, 65535U}) {
+    CPolyObj polygon;
+    polygon.Pt.Reset(static_cast<std::uint16_t>(count));
+    for (std::uint32_t i = 0; i < count; ++i)
+      polygon.Pt[i] = {static_cast<std::int32_t>(i % 30000), -static_cast<std::int32_t>(i % 7)};
+    EXPECT_TRUE(WrittenToDisk(polygon) == Written(polygon)) << count;
+  }
+  for (const std::size_t length : {0U, 1U, 40000U, 131000U, 140000U}) {
+    CUrlInfo url;
+    url.Text.assign(length, u'x');
+    EXPECT_TRUE(WrittenToDisk(url) == Written(url)) << length;
+  }
+}
 
 TEST(ChunkWrite, AFreshChunkIsEightBytesLong) { EXPECT_EQ(CMeshSegment().GetChunkSize(), 8U); }
 

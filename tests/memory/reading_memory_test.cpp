@@ -189,6 +189,14 @@ TEST(ReadingMemory, OverlappingTextsTakeTheMemoryOfTheirContent) {
   EXPECT_TRUE(qenzor::CZor().Read(document.data(), static_cast<std::uint32_t>(document.size())));
 }
 
+TEST(ReadingMemory, KeyedElementsDeclaredInExcessStayWithinTheirShare) {
+  Bytes set = Repeat(kMany, Number(0xFFFFFFFF, 4), Chunk(3, Number(1, 8)));
+  ExpectWithinBounds(DrawingOf(Chunk(2, set)));
+  set.resize(4);
+  set.resize(kMany * 16);
+  ExpectWithinBounds(DrawingOf(Chunk(2, set)));
+}
+
 TEST(ReadingMemory, DeclaredCountsTakeNothing) {
   ExpectWithinBounds(DrawingOf(Chunk(23, Number(0xFFFFFFFF, 4))));
   ExpectWithinBounds(DrawingOf(Chunk(6, Number(0xFFFFFFFF, 4))));
