@@ -5,12 +5,21 @@
 
 namespace qenzor {
 
+namespace {
+
+/// The header of a file that lends nothing, or ends.
+[[gnu::noinline]] bool ReadUnlent(CFile& file, CChunkHeader& header) {
+  std::array<std::uint8_t, CChunkHeader::kSize> bytes{};
+  std::uint32_t count = file.Read(bytes.data(), 4);
+  count += file.Read(bytes.data() + 4, 4);
+  return count == CChunkHeader::kSize && header.Read(bytes.data(), CChunkHeader::kSize);
+}
+
+}  // namespace
+
 bool CChunkHeader::Read(CFile* file) {
-  if (const std::uint8_t* lent = file->TakeBlock(kSize); lent != nullptr) return Read(lent, kSize);
-  std::array<std::uint8_t, kSize> bytes{};
-  std::uint32_t count = file->Read(bytes.data(), 4);
-  count += file->Read(bytes.data() + 4, 4);
-  return count == kSize && Read(bytes.data(), kSize);
+  const std::uint8_t* lent = file->TakeBlock(kSize);
+  return lent != nullptr ? Read(lent, kSize) : ReadUnlent(*file, *this);
 }
 
 bool CChunkHeader::Read(const void* data, const std::uint32_t& size) {

@@ -51,7 +51,8 @@ class CSlabCutter {
     ++m_blocks;
     return block;
   }
-  void* CutFromNext(std::size_t size) noexcept;
+  // Out of the way of the many blocks that need no more than Cut: inlined, it took them a third.
+  [[gnu::noinline]] void* CutFromNext(std::size_t size) noexcept;
   bool OpenSlab() noexcept;
   void CloseSlab() noexcept;
 
