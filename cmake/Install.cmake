@@ -26,4 +26,7 @@ foreach(package qenzor qenzor-tinyxml)
 endforeach()
 
 install(FILES LICENSE README.md CHANGELOG.md TYPE DOC)
-install(DIRECTORY docs TYPE DOC)
+install(
+  DIRECTORY docs
+  TYPE DOC
+  PATTERN CMakeLists.txt EXCLUDE)

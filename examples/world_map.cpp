@@ -3,15 +3,16 @@
 //     world_map samples/world/countries-110m.json world.qen
 //
 // Shows how a map-project document is built from nothing: the map is put together in its editable
-// form (support/world_map_builder.cpp), turned into a document and written.
+// form (support/world_map_builder.cpp) and saved.
 
 #include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <iostream>
-#include <memory>
+#include <utility>
 
 #include "examples/support/world_map_builder.h"
+#include "qenzor/qen_document.h"
 
 int main(int argc, char** argv) try {
   if (argc != 3) {
@@ -23,12 +24,8 @@ int main(int argc, char** argv) try {
     std::cerr << argv[1] << ": cannot be read\n";
     return EXIT_FAILURE;
   }
-  const auto edit = world::BuildWorldMap(world::ReadTopology(input));
-  const std::unique_ptr<qenzor::CQen> map(edit->EditDataToQenData());
-  if (!map || !map->Write(argv[2])) {
-    std::cerr << argv[2] << ": cannot be written\n";
-    return EXIT_FAILURE;
-  }
+  const auto map = world::BuildWorldMap(world::ReadTopology(input));
+  qenzor::SaveQen(std::move(*map), argv[2]).OrThrow();
   return EXIT_SUCCESS;
 } catch (const std::exception& error) {
   std::cerr << "world_map: " << error.what() << '\n';

@@ -8,26 +8,20 @@
 #include <cstdlib>
 #include <exception>
 #include <iostream>
-#include <memory>
+#include <utility>
 
 #include "examples/support/world_style_builder.h"
+#include "qenzor/qen_document.h"
+#include "qenzor/zor_document.h"
 
 int main(int argc, char** argv) try {
   if (argc != 3) {
     std::cerr << "usage: world_style MAP.qen OUTPUT.zor\n";
     return EXIT_FAILURE;
   }
-  qenzor::CQen map;
-  if (!map.Read(argv[1])) {
-    std::cerr << argv[1] << ": not a map\n";
-    return EXIT_FAILURE;
-  }
-  const auto edit = world::BuildWorldStyle(world::AreaIdsOf(map));
-  const std::unique_ptr<qenzor::CZor> style(edit->EditDataToZorData());
-  if (!style || !style->Write(argv[2])) {
-    std::cerr << argv[2] << ": cannot be written\n";
-    return EXIT_FAILURE;
-  }
+  const auto map = qenzor::ReadQen(argv[1]).OrThrow();
+  const auto style = world::BuildWorldStyle(world::AreaIdsOf(*map));
+  qenzor::SaveZor(std::move(*style), argv[2]).OrThrow();
   return EXIT_SUCCESS;
 } catch (const std::exception& error) {
   std::cerr << "world_style: " << error.what() << '\n';

@@ -1,23 +1,34 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
-#include <functional>
-#include <stop_token>
+#include <span>
+#include <utility>
+#include <variant>
 
-#include "qenzor/platform/standard.h"
+#include "qenzor/core/read_options.h"
+#include "qenzor/platform/file.h"
+#include "qenzor/platform/strings.h"
 #include "qenzor/text/xml_options.h"
 
 namespace qenzor {
 
-/// How a document is read.
-struct ReadOptions {
-  /// A longer file is refused (FailureKind::kTooLarge).
-  std::uint64_t MostBytes = 0xFFFFFFFF;
-  /// Hears now and then how many bytes have been read, of how many; 0 where that is not known, as
-  /// for a pipe. Called on the reading thread; must not throw.
-  std::function<void(std::uint64_t done, std::uint64_t all)> Progress;
-  /// Asks to stop (FailureKind::kCancelled).
-  std::stop_token Stop;
+/// Where a document is read from: the file at a path, bytes, or an open file from its position on.
+/// Bytes and file stay the caller's.
+class CDocumentSource {
+ public:
+  // NOLINTBEGIN(google-explicit-constructor,hicpp-explicit-conversions): callers name the source
+  template <std::convertible_to<CString> Path>
+  CDocumentSource(const Path& path) : m_from(std::in_place_type<CString>, path) {}
+  template <std::convertible_to<std::span<const std::uint8_t>> Bytes>
+  CDocumentSource(const Bytes& bytes) : m_from(std::span<const std::uint8_t>(bytes)) {}
+  CDocumentSource(CFile& file) : m_from(&file) {}
+  // NOLINTEND(google-explicit-constructor,hicpp-explicit-conversions)
+
+  const std::variant<CString, std::span<const std::uint8_t>, CFile*>& Get() const { return m_from; }
+
+ private:
+  std::variant<CString, std::span<const std::uint8_t>, CFile*> m_from;
 };
 
 /// How a document is saved.

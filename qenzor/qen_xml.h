@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "qenzor/core/result.h"
+#include "qenzor/document.h"
 #include "qenzor/qen/qen.h"
-#include "qenzor/text/xml_options.h"
 
 namespace qenzor {
 
@@ -13,11 +13,11 @@ namespace qenzor {
 // that it makes, little more of it is in memory than its longest value. A failure to read tells
 // line and column.
 
-/// The document edit that the XML file at the path makes.
-QENZOR_EXPORT Result<CQenEdit> ReadQenXml(const CString& path, const XmlReadOptions& options = {});
-/// The same from a file's position on. Lets what the file throws through.
-QENZOR_EXPORT Result<CQenEdit> ReadQenXml(CFile& file, const XmlReadOptions& options = {});
-/// The same from text in memory.
+/// The document edit that the XML in the file at a path, in bytes, or in an open file from its
+/// position on makes. What the caller's file throws reaches him.
+QENZOR_EXPORT Result<CQenEdit> ReadQenXml(const CDocumentSource& source,
+                                          const XmlReadOptions& options = {});
+/// The same from text.
 QENZOR_EXPORT Result<CQenEdit> ParseQenXml(std::string_view text,
                                            const XmlReadOptions& options = {});
 

@@ -4,6 +4,8 @@
 
 #include <memory>
 #include <new>
+#include <string>
+#include <type_traits>
 #include <utility>
 
 #include "qenzor/core/fields.h"
@@ -11,6 +13,7 @@
 #include "qenzor/document.h"
 #include "qenzor/platform/file_replacement.h"
 #include "qenzor/storable.h"
+#include "qenzor/text/xml_memory_impl.h"
 
 namespace qenzor {
 
@@ -51,23 +54,36 @@ Result<void> ReplaceFile(const CString& path, const SaveOptions& options, Write&
   return SavingFailure(FailureKind::kCannotWrite, path, file.GetError());
 }
 
-template <class Kind, class Document>
-Result<void> WriteDocument(Document& document, const CString& path, StoredForm form,
+/// Writes the document as XML at the file's position.
+template <class Kind>
+Result<void> WriteXml(CFile& file, typename Kind::Document& document, XmlEncoding encoding) {
+  return WriteXmlText(file, encoding, [&](CStdioFile& text) { Kind::WriteXml(text, document); });
+}
+
+template <class Kind>
+Result<std::string> ToXml(typename Kind::Document& document, XmlEncoding encoding) {
+  return XmlTextOf([&](CFile& file) { return WriteXml<Kind>(file, document, encoding); });
+}
+
+template <class Kind>
+Result<void> WriteDocument(typename Kind::Document& document, const CString& path, StoredForm form,
                            const SaveOptions& options) {
   return ReplaceFile(path, options, [&](CFile& file) {
     if (form == StoredForm::kXml) {
-      const auto written = Kind::WriteXml(file, document, options.Encoding);
+      const auto written = WriteXml<Kind>(file, document, options.Encoding);
       if (!written && written.GetFailure().Kind == FailureKind::kOutOfMemory)
         throw std::bad_alloc();
       return static_cast<bool>(written);
     }
     // Sets do not look at what became of their elements: all is there when as many bytes are.
-    return document.Write(&file) && file.GetPosition() == Kind::SizeOf(document);
+    return document.Write(&file) &&
+           file.GetPosition() ==
+               std::uint64_t{PackedSize<typename Kind::Info>()} + Kind::RootSizeOf(document);
   });
 }
 
-template <class Kind, class Document>
-Result<void> SaveDocument(Document& document, const CString& path, StoredForm form,
+template <class Kind>
+Result<void> SaveDocument(typename Kind::Document& document, const CString& path, StoredForm form,
                           const SaveOptions& options) try {
   if (auto storable = Storable(document, path, form); !storable) return storable;
   return WriteDocument<Kind>(document, path, form, options);
@@ -75,11 +91,13 @@ Result<void> SaveDocument(Document& document, const CString& path, StoredForm fo
   return NoMemory(path);
 }
 
-template <class Kind, class Edit, class Convert>
-Result<void> SaveEdit(Edit& edit, const Convert& convert, const CString& path, StoredForm form,
+/// An edit form that is handed over is given up on the way.
+template <class Kind, class Edit>
+Result<void> SaveEdit(Edit&& edit, const CString& path, StoredForm form,
                       const SaveOptions& options) try {
   if (auto storable = Storable(edit, path, form); !storable) return storable;
-  const std::unique_ptr<typename Kind::Document> document(convert(edit));
+  const std::unique_ptr<typename Kind::Document> document(
+      std::is_lvalue_reference_v<Edit> ? Kind::Convert(edit) : Kind::Take(edit));
   if (document == nullptr) return NoMemory(path);
   return WriteDocument<Kind>(*document, path, form, options);
 } catch (const std::bad_alloc&) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <span>
-
 #include "qenzor/core/result.h"
 #include "qenzor/document.h"
 #include "qenzor/zor/zor.h"
@@ -13,19 +11,12 @@ namespace qenzor {
 // chunk of another id is refused. A failure tells its kind, the byte, the chunks around it and the
 // reason. Nothing is thrown but what a caller's file throws while it is read.
 
-/// The document in the file at the path.
-QENZOR_EXPORT Result<CZor> ReadZor(const CString& path, const ReadOptions& options = {});
-/// The document in these bytes.
-QENZOR_EXPORT Result<CZor> ReadZor(std::span<const std::uint8_t> bytes,
-                                   const ReadOptions& options = {});
-/// The document at the file's position, which is behind it then. Offsets count from there.
-QENZOR_EXPORT Result<CZor> ReadZor(CFile& file, const ReadOptions& options = {});
-
+/// The document in the file at a path, in bytes, or in an open file at its position, which is
+/// behind the document then; offsets count from there.
+QENZOR_EXPORT Result<CZor> ReadZor(const CDocumentSource& source, const ReadOptions& options = {});
 /// The same as the editable form.
-QENZOR_EXPORT Result<CZorEdit> ReadZorEdit(const CString& path, const ReadOptions& options = {});
-QENZOR_EXPORT Result<CZorEdit> ReadZorEdit(std::span<const std::uint8_t> bytes,
+QENZOR_EXPORT Result<CZorEdit> ReadZorEdit(const CDocumentSource& source,
                                            const ReadOptions& options = {});
-QENZOR_EXPORT Result<CZorEdit> ReadZorEdit(CFile& file, const ReadOptions& options = {});
 
 // Saving draw data. Nothing is stored that would be lost (see qenzor/storable.h), and the file is
 // replaced as a whole (see qenzor/platform/file_replacement.h): after a failure it is as it was.

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "qenzor/core/result.h"
-#include "qenzor/text/xml_options.h"
+#include "qenzor/document.h"
 #include "qenzor/zor/zor.h"
 
 namespace qenzor {
@@ -13,11 +13,11 @@ namespace qenzor {
 // it makes, little more of it is in memory than its longest value. A failure to read tells line and
 // column.
 
-/// The document edit that the XML file at the path makes.
-QENZOR_EXPORT Result<CZorEdit> ReadZorXml(const CString& path, const XmlReadOptions& options = {});
-/// The same from a file's position on. Lets what the file throws through.
-QENZOR_EXPORT Result<CZorEdit> ReadZorXml(CFile& file, const XmlReadOptions& options = {});
-/// The same from text in memory.
+/// The document edit that the XML in the file at a path, in bytes, or in an open file from its
+/// position on makes. What the caller's file throws reaches him.
+QENZOR_EXPORT Result<CZorEdit> ReadZorXml(const CDocumentSource& source,
+                                          const XmlReadOptions& options = {});
+/// The same from text.
 QENZOR_EXPORT Result<CZorEdit> ParseZorXml(std::string_view text,
                                            const XmlReadOptions& options = {});
 

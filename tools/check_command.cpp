@@ -16,7 +16,7 @@ namespace tool {
 
 namespace {
 
-using qenzor::CheckCounts;
+using qenzor::CCheckCounts;
 using qenzor::CheckOptions;
 using qenzor::FindingKind;
 using qenzor::Severity;
@@ -103,7 +103,7 @@ class CChecker {
   }
 
   /// Tells of something that is not found in a document's content.
-  void Tell(CheckCounts& counts, const char* code, const std::string& reason,
+  void Tell(CCheckCounts& counts, const char* code, const std::string& reason,
             std::uint64_t offset = 0) {
     const FindingKind& kind = KindNamed(code);
     if (m_check.Skipped.contains(kind.Code)) return;
@@ -116,7 +116,7 @@ class CChecker {
   void ReportOn(const std::string& name, const std::string& kind, F&& f) {
     m_progress.Wipe();
     m_printer.BeginFile(name, kind);
-    CheckCounts counts;
+    CCheckCounts counts;
     try {
       f(counts);
     } catch (const std::bad_alloc&) {
@@ -153,7 +153,7 @@ class CChecker {
     }
     ++m_files;
     ReportOn(name, "",
-             [&](CheckCounts& counts) { Tell(counts, code, reason.substr(name.size() + 2)); });
+             [&](CCheckCounts& counts) { Tell(counts, code, reason.substr(name.size() + 2)); });
     return std::nullopt;
   }
 
@@ -169,8 +169,8 @@ class CChecker {
       check.OtherZIds = &partner->ZIds.ZIds;
       check.OtherName = partner->Document.File.Name;
     }
-    ReportOn(opened->File.Name, KindName(kind), [&](CheckCounts& counts) {
-      CheckCounts all = CheckAs(*opened, check, m_printer);
+    ReportOn(opened->File.Name, KindName(kind), [&](CCheckCounts& counts) {
+      CCheckCounts all = CheckAs(*opened, check, m_printer);
       TellOtherKind(*opened, all);
       if (m_options.RoundTrip && !opened->Kind.IsXml) TellRoundTrip(*opened, all);
       counts = all;
@@ -178,11 +178,11 @@ class CChecker {
     if (partner != nullptr) CheckPartner(*partner, *opened);
   }
 
-  static CheckCounts CheckAs(const Opened& document, const CheckOptions& check,
-                             qenzor::CFindingSink& sink) {
+  static CCheckCounts CheckAs(const Opened& document, const CheckOptions& check,
+                              qenzor::CFindingSink& sink) {
     const BinaryKind kind = document.Kind.Kind;
     if (!document.Kind.IsXml) return qenzor::CheckBinary(document.File.Bytes, kind, check, sink);
-    CheckCounts counts = qenzor::CheckXml(LoadText(document.File), kind, check, sink);
+    CCheckCounts counts = qenzor::CheckXml(LoadText(document.File), kind, check, sink);
     const FindingKind& unstorable = KindNamed("xml-unstorable");
     if (counts.Of(Severity::kError) > 0 || check.Skipped.contains(unstorable.Code)) return counts;
     // Whatever else keeps it from being stored.
@@ -200,7 +200,7 @@ class CChecker {
   }
 
   /// Tells that the file looks like one of the other kind than it was said to be.
-  void TellOtherKind(const Opened& opened, CheckCounts& counts) {
+  void TellOtherKind(const Opened& opened, CCheckCounts& counts) {
     if (m_options.Kind.empty()) return;
     try {
       const DocumentKind looks = FindKind(opened.File, "");
@@ -220,7 +220,7 @@ class CChecker {
   }
 
   /// Where nothing else tells that the document comes back from XML otherwise, but it does.
-  void TellRoundTrip(const Opened& opened, CheckCounts& counts) {
+  void TellRoundTrip(const Opened& opened, CCheckCounts& counts) {
     if (counts.Of(Severity::kError) > 0) return;
     for (const FindingKind& kind : qenzor::FindingKinds())
       if (kind.Name.starts_with("roundtrip-") && counts.Of(kind) > 0) return;
@@ -248,7 +248,7 @@ class CChecker {
     const CheckOptions errors =
         Only([](const FindingKind& found) { return found.Severity == Severity::kError; });
     ReportOn(partner.Document.File.Name, KindName(kind),
-             [&](CheckCounts& counts) { counts = CheckAs(partner.Document, errors, m_printer); });
+             [&](CCheckCounts& counts) { counts = CheckAs(partner.Document, errors, m_printer); });
   }
 
   /// Tells what the partner has and the document lacks, if there is any.
@@ -264,7 +264,7 @@ class CChecker {
     CDeafSink nobody;
     if (CheckAs(partner.Document, check, nobody).Of(Severity::kWarning) == 0) return;
     ReportOn(partner.Document.File.Name, KindName(partner.Document.Kind.Kind),
-             [&](CheckCounts& counts) { counts = CheckAs(partner.Document, check, m_printer); });
+             [&](CCheckCounts& counts) { counts = CheckAs(partner.Document, check, m_printer); });
   }
 
   /// Refuses a document to compare with when there was none to compare.

@@ -112,7 +112,7 @@ void CFindingPrinter::TakeText(const qenzor::Finding& finding) {
       CodeAndName(*finding.Kind));
 }
 
-void CFindingPrinter::EndFile(const qenzor::CheckCounts& counts) {
+void CFindingPrinter::EndFile(const qenzor::CCheckCounts& counts) {
   for (std::size_t i = 0; i < m_sums.size(); ++i)
     m_sums.at(i) += counts.Of(static_cast<qenzor::Severity>(i));
   if (m_form == Form::kJson) {
@@ -138,7 +138,7 @@ void CFindingPrinter::EndFile(const qenzor::CheckCounts& counts) {
   Flush();
 }
 
-void CFindingPrinter::EndFileJson(const qenzor::CheckCounts& counts) {
+void CFindingPrinter::EndFileJson(const qenzor::CCheckCounts& counts) {
   Json more = Json::array();
   for (const qenzor::FindingKind& kind : qenzor::FindingKinds())
     if (const std::uint64_t count = counts.Untold(kind); count > 0)

@@ -20,7 +20,7 @@ class CFindingPrinter : public qenzor::CFindingSink {
   void BeginFile(const std::string& name, const std::string& kind);
   bool Take(const qenzor::Finding& finding) override;
   /// Ends the file; counts tells of what was found and not told.
-  void EndFile(const qenzor::CheckCounts& counts);
+  void EndFile(const qenzor::CCheckCounts& counts);
   /// Tells of so many files in all, for people.
   void Summarise(std::uint64_t files, std::uint64_t passed_over);
   /// Ends everything.
@@ -29,7 +29,7 @@ class CFindingPrinter : public qenzor::CFindingSink {
  private:
   Json FindingJson(const qenzor::Finding& finding) const;
   void TakeText(const qenzor::Finding& finding);
-  void EndFileJson(const qenzor::CheckCounts& counts);
+  void EndFileJson(const qenzor::CCheckCounts& counts);
 
   Form m_form;
   std::string m_name;

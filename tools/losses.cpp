@@ -38,7 +38,7 @@ std::string DescribeLosses(const Input& input, BinaryKind kind, qenzor::XmlEncod
   const char* const asked = kind == BinaryKind::kQen ? "qen" : "zor";
   const Input again = input.IsRegular ? ReadInput(input.Path, asked, Need::kAll) : Input{};
   CDeafSink nobody;
-  const qenzor::CheckCounts counts =
+  const qenzor::CCheckCounts counts =
       qenzor::CheckBinary(input.IsRegular ? again.Bytes : input.Bytes, kind, options, nobody);
   std::vector<std::string> parts;
   std::uint64_t all = 0;

@@ -2,27 +2,27 @@
 
 #include <map>
 #include <memory>
+#include <tuple>
+#include <vector>
 
 #include "examples/support/mesh.h"
 #include "examples/support/world_ids.h"
-#include "qenzor/qen/mesh_segment_set.h"
+#include "qenzor/qen/qen.h"
 
 namespace world {
 
-/// Gathers map objects in any order and files them by segment, layer and z-id, each in ascending
-/// order. Segments without objects do not come up.
+/// Gathers map objects in any order and puts them into a map by segment, layer and z-id, each in
+/// ascending order. Segments without objects do not come up.
 class MapObjects {
  public:
   void Add(std::uint16_t segment, Layer layer, std::uint64_t id,
            std::unique_ptr<qenzor::CAbstractObjEdit> object);
-  /// Builds the mesh segments out of what was added, which is gone afterwards.
-  std::unique_ptr<qenzor::CMeshSegmentSetEdit> TakeSegments();
+  /// What was added is gone afterwards.
+  void MoveInto(qenzor::CQenEdit& map);
 
  private:
-  using ObjectsById = std::map<std::uint64_t, std::unique_ptr<qenzor::CObjSetEdit>>;
-  using Layers = std::map<Layer, ObjectsById>;
-
-  std::map<std::uint16_t, Layers> m_segments;
+  using Place = std::tuple<std::uint16_t, Layer, std::uint64_t>;
+  std::map<Place, std::vector<std::unique_ptr<qenzor::CAbstractObjEdit>>> m_objects;
 };
 
 }  // namespace world

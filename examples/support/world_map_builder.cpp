@@ -4,9 +4,10 @@
 #include <set>
 #include <stdexcept>
 
-#include "examples/support/append.h"
 #include "examples/support/map_objects.h"
 #include "examples/support/places.h"
+#include "qenzor/platform/code_page.h"
+#include "qenzor/qen/builder.h"
 #include "qenzor/qen/cmb_lbl_obj.h"
 #include "qenzor/qen/line_obj.h"
 #include "qenzor/qen/poly_obj.h"
@@ -16,19 +17,16 @@
 namespace world {
 namespace {
 
-using qenzor::CAddedObjInfoSetEdit;
 using qenzor::CCmbLblObjEdit;
 using qenzor::CLineObjEdit;
 using qenzor::CList;
-using qenzor::CMeshSegmentSetEdit;
 using qenzor::CPoint;
 using qenzor::CPolyObjEdit;
 using qenzor::CQenEdit;
-using qenzor::CQenMapDataEdit;
 using qenzor::CRasLLObjEdit;
 using qenzor::CRasMMObjEdit;
 using qenzor::CStringW;
-using qenzor::CUrlInfoEdit;
+using qenzor::QenFileInfo;
 
 constexpr std::size_t kMostPoints = 32'767;  // of one object
 
@@ -37,13 +35,8 @@ CList<CPoint> CheckedPoints(Path path) {
   return path;
 }
 
-std::unique_ptr<CAddedObjInfoSetEdit> UrlOf(const Country& country) {
-  const std::string url = "https://example.org/country/" + std::to_string(country.id);
-  auto info = std::make_unique<CUrlInfoEdit>();
-  info->Text.assign(url.begin(), url.end());
-  auto infos = std::make_unique<CAddedObjInfoSetEdit>();
-  Append(*infos, std::move(info));
-  return infos;
+CStringW UrlOf(const Country& country) {
+  return qenzor::FromUtf8("https://example.org/country/" + std::to_string(country.id));
 }
 
 std::unique_ptr<CCmbLblObjEdit> MakeLabel(CPoint local, std::uint16_t flags, CStringW text) {
@@ -59,12 +52,12 @@ class Builder {
   explicit Builder(const Topology& topology)
       : m_topology(topology), m_arc_owners(topology.arcs.size()) {}
 
-  std::unique_ptr<CMeshSegmentSetEdit> Build() {
+  void BuildInto(CQenEdit& map) {
     for (const Country& country : m_topology.countries) AddCountry(country);
     for (std::size_t arc = 0; arc < m_topology.arcs.size(); ++arc) AddArc(arc);
     AddPlaces();
     AddRasters();
-    return m_objects.TakeSegments();
+    m_objects.MoveInto(map);
   }
 
  private:
@@ -85,7 +78,7 @@ class Builder {
     for (Piece& piece : pieces) {
       auto area = std::make_unique<CPolyObjEdit>();
       area->Pt = CheckedPoints(std::move(piece.path));
-      if (std::exchange(first, false)) area->AddedObjInfoSet = UrlOf(country);
+      if (std::exchange(first, false)) qenzor::AddLink(*area, UrlOf(country));
       m_objects.Add(piece.segment, Layer::kAreas, country.id, std::move(area));
     }
     if (!largest.empty()) AddName(country, LabelPoint(largest));
@@ -168,18 +161,14 @@ class Builder {
 
 std::unique_ptr<CQenEdit> BuildWorldMap(const Topology& topology) {
   constexpr std::int32_t kUnitsPerSecond = 1000;  // of IncRect
-  auto map = std::make_unique<CQenEdit>();
-  map->Ident = {'Q', 'E', 'N', 'M', 'A', 'P', '\r', '\n', '\x1A'};
-  map->Magic = 0x4041;
-  map->MajorVer = 1;
+  auto map = std::make_unique<CQenEdit>(QenFileInfo::Default());
   map->GeoCoodinate = 1;
   map->IncRect = {-kHalfTurn * kUnitsPerSecond, -kPole * kUnitsPerSecond,
                   kHalfTurn * kUnitsPerSecond, kPole * kUnitsPerSecond};
   map->SegmentNumX = kSegmentsAcross;
   map->SegmentNumY = kSegmentsUp;
   map->CompCoef = kUnitsPerSecond;
-  map->MapData = std::make_unique<CQenMapDataEdit>();
-  map->MapData->MeshSegmentSet = Builder(topology).Build();
+  Builder(topology).BuildInto(*map);
   return map;
 }
 

@@ -1,7 +1,5 @@
 #include "examples/support/world_marks.h"
 
-#include "examples/support/append.h"
-
 namespace world {
 namespace {
 
@@ -67,8 +65,8 @@ std::unique_ptr<CMarkDataEdit> MakeAirport() {
 
 std::unique_ptr<CMarkDataSetEdit> BuildMarks() {
   auto marks = std::make_unique<CMarkDataSetEdit>();
-  Append(*marks, MakeCapital());  // in the order of Mark
-  Append(*marks, MakeAirport());
+  marks->Append(MakeCapital());  // in the order of Mark
+  marks->Append(MakeAirport());
   return marks;
 }
 

@@ -1,9 +1,9 @@
 #include "examples/support/world_style_builder.h"
 
-#include "examples/support/append.h"
 #include "examples/support/world_ids.h"
 #include "examples/support/world_marks.h"
 #include "qenzor/platform/code_page.h"
+#include "qenzor/qen/walk.h"
 #include "qenzor/zor/cmb_lbl_draw_info.h"
 #include "qenzor/zor/line_draw_info.h"
 #include "qenzor/zor/poly_bmp_brush_draw_info.h"
@@ -27,7 +27,6 @@ using qenzor::CPolyBmpBrushDrawInfoEdit;
 using qenzor::CPolyShadowDrawInfoEdit;
 using qenzor::CPolySolidBrushDrawInfoEdit;
 using qenzor::CQen;
-using qenzor::CQenEdit;
 using qenzor::CRasLLDrawInfoEdit;
 using qenzor::CRasMMDrawInfoEdit;
 using qenzor::CZorEdit;
@@ -60,10 +59,7 @@ class Builder {
     AddLabels();
     AddRasters();
 
-    auto style = std::make_unique<CZorEdit>();
-    style->Ident = {'Z', 'O', 'R', 'D', 'R', 'W', '\r', '\n', '\x1A'};
-    style->Magic = 0x4041;
-    style->MajorVer = 1;
+    auto style = std::make_unique<CZorEdit>(qenzor::DefaultZorFileInfo());
     style->DrawData.DrawAtterSet = std::move(m_atters);
     style->DrawData.DrawInfoSet = std::move(m_infos);
     style->DrawData.MarkDataSet = BuildMarks();
@@ -111,7 +107,7 @@ class Builder {
     constexpr std::uint16_t kMark = 2;
     auto names = MakeLabels(kText, Mark::kCapital);
     names->FontId = 1;
-    names->FontCtrl = 1;  // shaded
+    names->SetLabelShaded(true);
     names->ScData = {{kGlobe, kContinent, 0, 8, 0, 0, 1, 0.5F},
                      {kContinent, kCountry, 0, 11, 0, 0, 1, 0.5F},
                      {kCountry, kNearest, 0, 16, 0, 0, 2, 1}};
@@ -155,7 +151,7 @@ class Builder {
 
   /// The position of the draw info in the set.
   std::uint32_t AddInfo(std::unique_ptr<CAbstractDrawInfoEdit> info) {
-    Append(*m_infos, std::move(info));
+    m_infos->Append(std::move(info));
     return m_infos->GetElemCount() - 1;
   }
 
@@ -164,7 +160,7 @@ class Builder {
     atter->ZId = id;
     atter->DrawInfoIdxSet = std::make_unique<CDrawInfoIdxSetEdit>();
     atter->DrawInfoIdxSet->DrawInfoIdx = std::move(info_indices);
-    m_atters->AddElem(atter.release());
+    m_atters->Insert(std::move(atter));
   }
 
   std::unique_ptr<CDrawInfoSetEdit> m_infos = std::make_unique<CDrawInfoSetEdit>();
@@ -173,19 +169,11 @@ class Builder {
 
 }  // namespace
 
-std::set<std::uint64_t> AreaIdsOf(CQen& map) {
+std::set<std::uint64_t> AreaIdsOf(const CQen& map) {
   std::set<std::uint64_t> ids;
-  CQenEdit edit;
-  edit.QenDataToEditData(&map);
-  if (!edit.MapData || !edit.MapData->MeshSegmentSet) return ids;
-  for (const auto& segment : *edit.MapData->MeshSegmentSet->GetElemPtr()) {
-    if (!segment->LayerSet) continue;
-    for (const auto& layer : *segment->LayerSet->GetElemPtr()) {
-      if (layer->LayerNo != static_cast<std::uint16_t>(Layer::kAreas) || !layer->ZIdObjSet)
-        continue;
-      for (const auto& z_id_obj : *layer->ZIdObjSet->GetElemPtr()) ids.insert(z_id_obj->ZId);
-    }
-  }
+  ForEachZIdObj(map, [&](const auto&, const auto& layer, const auto& z_id_obj) {
+    if (layer.LayerNo == static_cast<std::uint16_t>(Layer::kAreas)) ids.insert(z_id_obj.ZId);
+  });
   return ids;
 }
 

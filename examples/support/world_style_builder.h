@@ -10,7 +10,7 @@
 namespace world {
 
 /// The z-ids of the areas of a sample map.
-std::set<std::uint64_t> AreaIdsOf(qenzor::CQen& map);
+std::set<std::uint64_t> AreaIdsOf(const qenzor::CQen& map);
 
 /// How the sample map is drawn; samples/README.md describes it.
 std::unique_ptr<qenzor::CZorEdit> BuildWorldStyle(const std::set<std::uint64_t>& area_ids);

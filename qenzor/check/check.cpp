@@ -105,32 +105,32 @@ std::optional<Failure> FindRefusal(std::string_view text, BinaryKind kind) {
 
 }  // namespace
 
-CheckCounts::CheckCounts() : m_counts(FindingKinds().size()) {}
+CCheckCounts::CCheckCounts() : m_counts(FindingKinds().size()) {}
 
-void CheckCounts::Add(const FindingKind& kind, bool told) {
+void CCheckCounts::Add(const FindingKind& kind, bool told) {
   Count& count = m_counts.at(static_cast<std::size_t>(&kind - FindingKinds().data()));
   ++count.All;
   if (told) ++count.Told;
 }
 
-std::uint64_t CheckCounts::Of(const FindingKind& kind) const noexcept {
+std::uint64_t CCheckCounts::Of(const FindingKind& kind) const noexcept {
   return m_counts[static_cast<std::size_t>(&kind - FindingKinds().data())].All;
 }
 
-std::uint64_t CheckCounts::Untold(const FindingKind& kind) const noexcept {
+std::uint64_t CCheckCounts::Untold(const FindingKind& kind) const noexcept {
   const Count& count = m_counts[static_cast<std::size_t>(&kind - FindingKinds().data())];
   return count.All - count.Told;
 }
 
-std::uint64_t CheckCounts::Of(Severity severity) const noexcept {
+std::uint64_t CCheckCounts::Of(Severity severity) const noexcept {
   std::uint64_t sum = 0;
   for (const FindingKind& kind : FindingKinds())
     if (kind.Severity == severity) sum += Of(kind);
   return sum;
 }
 
-CheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
-                        const CheckOptions& options, CFindingSink& sink) {
+CCheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
+                         const CheckOptions& options, CFindingSink& sink) {
   check::CReporter reporter(kind, options, sink);
   check::Facts facts;
   // Only draw data have parts that point at others further on.
@@ -143,8 +143,8 @@ CheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
   return reporter.GetCounts();
 }
 
-CheckCounts CheckXml(std::string_view text, BinaryKind kind, const CheckOptions& options,
-                     CFindingSink& sink) {
+CCheckCounts CheckXml(std::string_view text, BinaryKind kind, const CheckOptions& options,
+                      CFindingSink& sink) {
   const check::DocumentSchema& schema = SchemaOf(kind);
   CXmlReporter reporter(text, kind, options, sink);
   if (const auto refusal = FindRefusal(text, kind); refusal.has_value()) {

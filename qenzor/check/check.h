@@ -55,9 +55,9 @@ struct CheckOptions {
 };
 
 /// How much was found.
-class QENZOR_EXPORT CheckCounts {
+class QENZOR_EXPORT CCheckCounts {
  public:
-  CheckCounts();
+  CCheckCounts();
 
   /// Findings of the kind, told or not.
   std::uint64_t Of(const FindingKind& kind) const noexcept;
@@ -80,13 +80,13 @@ class QENZOR_EXPORT CheckCounts {
 /// that reading would refuse or drop, and what the values say against each other. Time and memory
 /// are linear in the bytes, and no byte outside them is looked at. Throws std::bad_alloc, and what
 /// the sink throws.
-QENZOR_EXPORT CheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
-                                      const CheckOptions& options, CFindingSink& sink);
+QENZOR_EXPORT CCheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
+                                       const CheckOptions& options, CFindingSink& sink);
 
 /// The same for XML text: everything that making a document of it would refuse, drop or change, and
 /// what its values say against each other.
-QENZOR_EXPORT CheckCounts CheckXml(std::string_view text, BinaryKind kind,
-                                   const CheckOptions& options, CFindingSink& sink);
+QENZOR_EXPORT CCheckCounts CheckXml(std::string_view text, BinaryKind kind,
+                                    const CheckOptions& options, CFindingSink& sink);
 
 /// What a document tells about its z-ids, and whether reading takes it.
 struct ZIdResult {

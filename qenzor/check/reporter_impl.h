@@ -42,7 +42,7 @@ class CReporter {
   /// Of the document.
   BinaryKind GetKind() const noexcept { return m_kind; }
   const CheckOptions& GetOptions() const noexcept { return m_options; }
-  const CheckCounts& GetCounts() const noexcept { return m_counts; }
+  const CCheckCounts& GetCounts() const noexcept { return m_counts; }
 
  protected:
   /// Fills in line and column where the document has lines.
@@ -52,7 +52,7 @@ class CReporter {
   BinaryKind m_kind;
   const CheckOptions& m_options;
   CFindingSink& m_sink;
-  CheckCounts m_counts;
+  CCheckCounts m_counts;
   bool m_stopped = false;
 };
 

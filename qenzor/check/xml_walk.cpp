@@ -172,7 +172,7 @@ class CXmlWalk {
         SkipElement(kind);
       }
     }
-    CheckCounts(in, seen);
+    CCheckCounts(in, seen);
   }
 
   void CheckRepeated(const Container& in, Seen& seen, const FieldSchema& field, std::size_t at) {
@@ -185,7 +185,7 @@ class CXmlWalk {
   }
 
   /// What is missing, and lists with more entries than their count can tell.
-  void CheckCounts(const Container& in, const Seen& seen) {
+  void CCheckCounts(const Container& in, const Seen& seen) {
     if (m_is_cut) return;
     for (std::size_t i = 0; i < in.Fields.size(); ++i) {
       const FieldSchema& field = in.Fields[i];

@@ -47,7 +47,7 @@ void LookAhead(const CAbstractChunk& set, const std::uint8_t* bytes, std::uint32
   if (row == nullptr || row->PrefetchElem == nullptr) return;
   for (std::uint32_t left = kLookAhead; left > 0 && size >= kLeast; --left) {
     CChunkHeader header;
-    header.Read(bytes, size);
+    static_cast<void>(header.Read(bytes, size));  // there are enough
     row->PrefetchElem(set, little_endian::Load<std::uint64_t>(bytes + CChunkHeader::kSize));
     if (header.DataSize > size - CChunkHeader::kSize) return;
     bytes += CChunkHeader::kSize + header.DataSize;

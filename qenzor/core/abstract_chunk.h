@@ -30,16 +30,16 @@ class QENZOR_EXPORT CAbstractChunk : public CObject {
 
   /// Reads a whole chunk, header and data, from a block of size bytes; more bytes than the chunk
   /// takes are fine.
-  virtual bool Read(const void* data, const std::uint32_t& size);
+  [[nodiscard]] virtual bool Read(const void* data, const std::uint32_t& size);
   /// Reads a whole chunk from the file's position on.
-  virtual bool Read(CFile* file);
+  [[nodiscard]] virtual bool Read(CFile* file);
   /// Reads the data area whose header the object already holds. Size is the number of bytes
   /// available, which may be more than the data size.
-  virtual bool ReadData(const void* data, const std::uint32_t& size);
-  virtual bool ReadData(CFile* file);
+  [[nodiscard]] virtual bool ReadData(const void* data, const std::uint32_t& size);
+  [[nodiscard]] virtual bool ReadData(CFile* file);
   /// Writes header and data. With recalc the data sizes of the whole tree are made right first;
   /// without, they are written as they stand.
-  virtual bool Write(CFile* file, bool recalc);
+  [[nodiscard]] virtual bool Write(CFile* file, bool recalc);
   /// A new chunk of the same class with copies of everything below it; the caller owns it. Null
   /// when memory runs out.
   [[nodiscard]] virtual CAbstractChunk* Clone() = 0;

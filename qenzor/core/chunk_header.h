@@ -16,11 +16,11 @@ class QENZOR_EXPORT CChunkHeader {
   CChunkHeader(std::uint32_t id, std::uint32_t size) : ChunkId(id), DataSize(size) {}
 
   /// Reads from the file's position; false unless exactly 8 bytes came.
-  bool Read(CFile* file);
+  [[nodiscard]] bool Read(CFile* file);
   /// Reads from the front of a memory block; false when it holds fewer than 8 bytes.
-  bool Read(const void* data, const std::uint32_t& size);
+  [[nodiscard]] bool Read(const void* data, const std::uint32_t& size);
   /// Writes both values; false when the file refuses them.
-  bool Write(CFile* file);
+  [[nodiscard]] bool Write(CFile* file);
 
   std::uint32_t ChunkId = 0;
   std::uint32_t DataSize = 0;

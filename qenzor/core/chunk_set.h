@@ -123,12 +123,12 @@ class QENZOR_EXPORT CChunkSetMap<std::uint64_t, T> : public CAbstractChunkSet<T>
   std::size_t size() const { return GetElemCount(); }
   bool empty() const { return size() == 0; }
   /// Calls visit(element) for each, in that order. The set must not be changed meanwhile.
-  /// ahead(key) is told each key some elements before it is visited.
+  /// ahead(key) is called some elements before the one under the key is visited.
   template <class Visit, class Ahead = typename Elems::Ignore>
   void ForEachElem(Visit visit, Ahead ahead = {}) const {
     m_elems.ForEachOrdered([&](std::uint64_t, const auto& elem) { visit(elem.get()); }, ahead);
   }
-  /// Says that an element with the key will be asked for or added soon; a hint.
+  /// Hints that an element with the key will be looked up or added soon.
   void PrefetchElem(std::uint64_t key) const noexcept { m_elems.PrefetchKey(key); }
   /// Turns the order round among elements that share a bucket, as copying the set does.
   void ReverseOrder() { m_elems.Reverse(); }

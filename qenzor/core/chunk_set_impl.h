@@ -7,6 +7,7 @@
 #include "qenzor/core/class_row_impl.h"
 #include "qenzor/core/field_io_impl.h"
 #include "qenzor/core/prefetch_impl.h"
+#include "qenzor/platform/memory_budget_impl.h"
 
 namespace qenzor {
 
@@ -18,6 +19,8 @@ void CAbstractChunkSet<T>::SubChunkSet(std::uint32_t index, CAbstractChunk* chun
   std::unique_ptr<CAbstractChunk> owned(chunk);
   auto* elem = class_cast<Element>(chunk);
   if (elem == nullptr) return;
+  constexpr bool kIsKeyed = requires { elem->GetKey(); };
+  ChargeMemory(kIsKeyed ? kKeyedPlace : kListPlace);
   owned.release();
   AddElem(index, elem);
 }
@@ -126,7 +129,7 @@ template <class T>
 bool CChunkSetArray<T>::WriteData(CFile* file, bool recalc) {
   return this->WriteElements(file, GetElemCount(), [&] {
     for (const auto& elem : m_elems)
-      if (elem != nullptr) elem->Write(file, recalc);
+      if (elem != nullptr) static_cast<void>(elem->Write(file, recalc));
   });
 }
 
@@ -207,7 +210,7 @@ template <class T>
 bool CChunkSetMap<std::uint64_t, T>::WriteData(CFile* file, bool recalc) {
   return this->WriteElements(file, GetElemCount(), [&] {
     VisitTrailing<Element>([this](auto visit) { ForEachElem(visit); },
-                           [&](T elem) { elem->Write(file, recalc); });
+                           [&](T elem) { static_cast<void>(elem->Write(file, recalc)); });
   });
 }
 

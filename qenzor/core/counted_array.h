@@ -48,7 +48,7 @@ class CCountedArray {
     std::copy(elems.begin(), elems.end(), m_elems);
     return true;
   }
-  /// The same as Reset, but elements that are plain data are left for the caller to fill.
+  /// The same as Reset, but elements of plain data are left uninitialised, for the caller to fill.
   void ResetForOverwrite(Count count) {
     clear();
     if (count == 0) return;

@@ -7,17 +7,17 @@
 
 namespace qenzor {
 
-/// What a class may do beyond what its field list says; everything here does nothing. Data that
-/// needs one of these names a struct Hooks, final and derived from this one, which overrides it.
-/// The word override has the compiler find a name that is misspelt, and no call is made through a
-/// table: the class of the hooks is known where they are called.
+/// What a class may do beyond its field list; the functions here do nothing. Data that needs one of
+/// these names a struct Hooks, final and derived from this one, which overrides it. `override`
+/// makes the compiler reject a misspelt name, and no call goes through a table, since the class of
+/// the hooks is known where they are called.
 template <class Data>
 struct DataHooks {
   /// The fields have been read from memory, or from a file.
   virtual void AfterMemoryRead(Data& /*data*/) const {}
   virtual void AfterFileRead(Data& /*data*/) const {}
-  /// How many bytes a block in memory counts as, in which the fields fill consumed bytes, before of
-  /// them in front of the elements of its array.
+  /// How many bytes a block in memory counts as when its fields take `consumed` bytes, `before` of
+  /// them ahead of the elements of its array.
   virtual std::uint32_t MemoryConsumed(std::uint32_t /*before*/, std::uint32_t consumed) const {
     return consumed;
   }
@@ -44,6 +44,14 @@ template <class Data>
 requires requires { typename Data::Hooks; }
 struct HooksOf<Data> {
   using Type = typename Data::Hooks;
+  static_assert(
+      requires(const Type& hooks, Data& data) {
+        hooks.AfterMemoryRead(data);
+        hooks.AfterFileRead(data);
+        hooks.CopyDerived(data, data);
+        hooks.ResetNumber(data);
+      },
+      "Hooks must be derived from DataHooks of the data that names it.");
 };
 
 template <class Data>

@@ -18,7 +18,7 @@ struct FileInfo {
   // Version of the file's form, kept and not interpreted.
   std::uint16_t MajorVer = 0;
   std::uint16_t MinorVer = 0;
-  /// Counts what its author counts; kept, not interpreted.
+  /// Counted up by the author; kept, not interpreted.
   std::uint32_t Revision = 0;
 
   static constexpr std::uint16_t kMagic = 0x4041;

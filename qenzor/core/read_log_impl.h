@@ -12,18 +12,19 @@ namespace qenzor {
 class CAbstractChunk;
 class CChunkHeader;
 
-/// Hears why the reading from a file that is under way on its thread fails, and where. The reading
-/// operations have no room for it among their arguments. They ask for it only once something cannot
-/// be read, so that what can be pays nothing; then every chunk around adds its level of the path.
+/// Collects why the reading that is under way on its thread fails, and where. The signatures of the
+/// reading operations are fixed and leave no room for it. They look for the log only once something
+/// cannot be read, so reading what can be read costs nothing; then every chunk around adds its
+/// level of the path.
 class CReadLog {
  public:
-  /// Hears from now on, while it lives, of a document that begins at the position.
+  /// Collects, while it lives, for a document that begins at the position.
   explicit CReadLog(std::uint64_t front) noexcept;
   ~CReadLog();
   CReadLog(const CReadLog&) = delete;
   CReadLog& operator=(const CReadLog&) = delete;
 
-  /// The one that hears on this thread, or null.
+  /// The one that collects on this thread, or null.
   static CReadLog* Get() noexcept;
 
   /// The first reason counts. The position is the file's.

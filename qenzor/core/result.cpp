@@ -15,4 +15,10 @@ CString Failure::Describe() const {
   return text;
 }
 
+CFailureException::CFailureException(Failure failure)
+    : std::runtime_error(failure.Describe()),
+      m_failure(std::make_shared<const Failure>(std::move(failure))) {}
+
+CFailureException::~CFailureException() = default;
+
 }  // namespace qenzor

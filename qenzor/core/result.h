@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <utility>
 
 #include "qenzor/platform/export.h"
@@ -38,6 +39,18 @@ struct QENZOR_EXPORT Failure {
   CString Describe() const;
 };
 
+/// A failure as an exception, for those who ask for one: see Result::OrThrow.
+class QENZOR_EXPORT CFailureException : public std::runtime_error {
+ public:
+  /// what() is the failure in one line.
+  explicit CFailureException(Failure failure);
+  ~CFailureException() override;
+  const Failure& GetFailure() const noexcept { return *m_failure; }
+
+ private:
+  std::shared_ptr<const Failure> m_failure;  // shared, as copying an exception must not throw
+};
+
 /// A new object, owned by this result until it is taken, or the reason why there is none.
 template <class T>
 class [[nodiscard]] Result {
@@ -58,6 +71,11 @@ class [[nodiscard]] Result {
   T* operator->() const noexcept { return &**this; }
   /// Hands the object over; null where there is none, and from the second time on.
   [[nodiscard]] std::unique_ptr<T> Take() noexcept { return std::move(m_value); }
+  /// The same, but throws CFailureException where there is no object.
+  [[nodiscard]] std::unique_ptr<T> OrThrow() {
+    if (m_value == nullptr) throw CFailureException{m_failure};
+    return Take();
+  }
   /// Why there is no object; says nothing where there is one.
   const Failure& GetFailure() const noexcept { return m_failure; }
 
@@ -75,6 +93,10 @@ class [[nodiscard]] Result<void> {
   Result(Failure failure) noexcept : m_failure(std::move(failure)) {}
 
   explicit operator bool() const noexcept { return !m_failure.has_value(); }
+  /// Throws CFailureException after a failure.
+  void OrThrow() const {
+    if (m_failure.has_value()) throw CFailureException{*m_failure};
+  }
   /// Why it failed; only where it did.
   const Failure& GetFailure() const noexcept {
     assert(m_failure.has_value());

@@ -1,6 +1,7 @@
 #include "qenzor/core/stored_text.h"
 
 #include "qenzor/core/coding.h"
+#include "qenzor/platform/memory_budget_impl.h"
 
 namespace qenzor {
 
@@ -18,6 +19,7 @@ void DecodeStoredText(const std::uint8_t* bytes, std::uint32_t size, CStringW& t
   const std::size_t most = size / 2 - 1;
   std::size_t length = 0;
   while (length < most && unit_at(length) != 0) ++length;
+  ChargeMemory(length * sizeof(char16_t));
   CStringW decoded(length, u'\0');
   for (std::size_t i = 0; i < length; ++i) {
     const std::uint16_t unit = unit_at(i);

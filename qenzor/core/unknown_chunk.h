@@ -15,7 +15,7 @@ class QENZOR_EXPORT CUnKnownChunk : public CAbstractChunk {
   const CRuntimeClass& GetRuntimeClass() const override;
 
   using CAbstractChunk::ReadData;
-  /// True when the file lets its position move forward by the data size, past its end or not.
+  /// True if the file's position can be moved forward by the data size, even past its end.
   bool ReadData(CFile* file) override;
   [[nodiscard]] CAbstractChunk* Clone() override;
   void DeepCopy(CAbstractChunk* source) override;

@@ -6,8 +6,8 @@
 namespace qenzor {
 
 /// The editable twin of a chunk: lists instead of packed arrays, an owned edit object for each
-/// sub-chunk. An edit object owns its children. A wrong class gives an empty result or false, want
-/// of memory throws std::bad_alloc and leaves every object whole.
+/// sub-chunk. An edit object owns its children. An object of the wrong class gives an empty result
+/// or false; running out of memory throws std::bad_alloc and leaves every object whole.
 class QENZOR_EXPORT CAbstractChunkEdit : public CSlabObject {
  public:
   virtual ~CAbstractChunkEdit();

@@ -136,7 +136,7 @@ class QENZOR_EXPORT CChunkSetMapEdit<std::uint64_t, T, TEdit>
   std::vector<TEdit> GetElems() const;
   /// Takes the element out of the set without destroying it: from now on it is the caller's, who
   /// gets it back as the result (null when the key is absent).
-  TEdit DelElem(std::uint64_t key);
+  [[nodiscard]] TEdit DelElem(std::uint64_t key);
   /// Turns the order round among elements that share a bucket, as copying the set does.
   void ReverseOrder();
 

@@ -5,6 +5,7 @@
 #include "qenzor/edit/chunk_edit_impl.h"
 #include "qenzor/edit/chunk_set_edit.h"
 #include "qenzor/edit/giving_up_impl.h"
+#include "qenzor/platform/memory_budget_impl.h"
 
 namespace qenzor {
 
@@ -52,6 +53,7 @@ void CChunkSetArrayEdit<T, TEdit>::ChunkDataToEditData(CAbstractChunk* chunk) {
   auto* set = class_cast<CChunkSetArray<T>>(chunk);
   if (set == nullptr) return;
   const std::uint32_t count = set->GetElemCount();
+  ChargeMemory(count * kListPlace);
   m_list.reserve(count);
   for (std::uint32_t i = 0; i < count; ++i) {
     T elem = set->GetElem(i);
@@ -85,6 +87,7 @@ bool CChunkSetArrayEdit<T, TEdit>::SetSubChunkEdit(CAbstractChunkEdit* sub) {
   std::unique_ptr<CAbstractChunkEdit> owned(sub);
   auto* elem = dynamic_cast<TEdit>(sub);
   if (elem == nullptr) return false;
+  ChargeMemory(kListPlace);
   m_list.emplace_back();
   owned.release();
   m_list.back().reset(elem);
@@ -155,6 +158,7 @@ void CChunkSetMapEdit<std::uint64_t, T, TEdit>::ChunkDataToEditData(CAbstractChu
   Release();
   auto* set = class_cast<CChunkSetMap<std::uint64_t, T>>(chunk);
   if (set == nullptr) return;
+  ChargeMemory(set->GetElemCount() * kKeyedPlace);
   m_elems.Reserve(set->GetElemCount());
   VisitTrailing<std::remove_pointer_t<T>>(
       [&](auto visit) {
@@ -190,6 +194,7 @@ bool CChunkSetMapEdit<std::uint64_t, T, TEdit>::SetSubChunkEdit(CAbstractChunkEd
   std::unique_ptr<CAbstractChunkEdit> owned(sub);
   auto* elem = dynamic_cast<TEdit>(sub);
   if (elem == nullptr) return false;
+  ChargeMemory(kKeyedPlace);
   owned.release();
   AddElem(elem);
   return true;

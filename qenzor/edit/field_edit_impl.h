@@ -5,6 +5,7 @@
 #include "qenzor/core/field_io_impl.h"
 #include "qenzor/edit/chunk_set_edit_impl.h"
 #include "qenzor/platform/code_page.h"
+#include "qenzor/platform/memory_budget_impl.h"
 
 namespace qenzor {
 
@@ -35,7 +36,9 @@ void FieldToEdit(const From& from, const Field<FO, V, C>& ff, To& to, const Fiel
 template <class From, class To, class FO, class TO, class FV, class TV>
 void FieldToEdit(const From& from, const TextField<FO, FV>& ff, To& to,
                  const TextField<TO, TV>& tf) {
-  AssignText(to.*tf.Member, from.*ff.Member);
+  const auto& text = from.*ff.Member;
+  ChargeMemory(text.size() * sizeof(char16_t));
+  AssignText(to.*tf.Member, text);
 }
 
 template <class From, class To, class FO, class TO, class Array, class List>
@@ -44,6 +47,7 @@ void FieldToEdit(const From& from, const ArrayField<FO, Array>& ff, To& to,
   using Element = typename Array::value_type;
   const Array& array = from.*ff.Member;
   List& list = to.*tf.Member;
+  ChargeMemory(array.size() * sizeof(typename List::value_type));
   if constexpr (std::is_same_v<typename List::value_type, Element>) {
     list.assign(array.begin(), array.end());
   } else {

@@ -52,23 +52,23 @@ class QENZOR_EXPORT CFile {
   virtual void Write(const void* data, std::uint32_t size);
   virtual std::uint64_t GetLength() const;
   virtual std::uint64_t GetPosition() const;
-  /// Moves the position and returns the new one; it may lie past the end. What cannot be moved, as
-  /// a pipe, is read on to get forward. Throws CFileException when there is no way there.
+  /// Moves the position, which may lie past the end, and returns it. A file that cannot seek, such
+  /// as a pipe, is read forward instead. Throws CFileException when the position cannot be reached.
   virtual std::uint64_t Seek(std::int64_t offset, SeekPosition from);
   virtual void Flush();
   virtual void Close();
 
-  /// The next size bytes of the file, taken as Read takes them but left where the file holds them;
-  /// valid until the next operation. Null, and nothing taken, where the file lends none or has not
-  /// so many in one piece: Read is the way then.
+  /// Takes the next size bytes as Read does, but without a copy: the result points into the file's
+  /// buffer and is valid until the next operation. Null, with nothing taken, if the file does not
+  /// lend its buffer or does not hold that many bytes in one piece; use Read then.
   const std::uint8_t* TakeBlock(std::uint32_t size) {
     const std::uint8_t* bytes = m_buffer.TakeLent(size);
     return bytes != nullptr ? bytes : FetchBlock(size);
   }
 
-  /// Room for a block of up to size bytes in the file's own buffer, or null where the file lends
-  /// none and Write is the way. What is put there counts once EndBlock is called with the end of
-  /// the block; no other operation may come in between. Throws as Write does.
+  /// Room for a block of up to size bytes in the file's own buffer; null if the file does not lend
+  /// it, so that Write has to be used. Calling EndBlock with the end of the block writes it; no
+  /// other operation may come in between. Throws as Write does.
   std::uint8_t* BeginBlock(std::uint32_t size) {
     std::uint8_t* room = m_buffer.LendRoom(size);
     return room != nullptr ? room : MakeRoom(size);
@@ -79,16 +79,17 @@ class QENZOR_EXPORT CFile {
   bool ReadsAsMemory() const noexcept { return m_readsAsMemory; }
 
  protected:
-  /// Lets TakeBlock and BeginBlock give out the inside of the buffer; only for a class whose own
-  /// Read and Write nobody overrides, which would not hear of what is taken and put there.
+  /// Lets TakeBlock and BeginBlock hand out the buffer itself. Only for classes whose Read and
+  /// Write nobody overrides: an override would miss those bytes.
   void LendBuffer() noexcept { m_buffer.SetLending(true); }
-  /// Lets a class that is never opened write through a WriteThrough of its own, or read.
+  /// Lets a class that is never opened write or read through functions of its own.
   void AllowWriting() noexcept { m_writes = true; }
   void AllowReading() noexcept { m_reads = true; }
-  /// Makes this a file that ReadsAsMemory, which reads ahead so many bytes and keeps so many of
-  /// those that it has passed.
+  /// Makes this a file that ReadsAsMemory, with this many bytes read ahead and this many kept
+  /// behind the position.
   void ReadAsMemory(std::uint32_t size, std::uint32_t behind) noexcept;
-  /// The system's file, for whoever asks it what is not asked here; negative when none is open.
+  /// The system's descriptor, for questions that this class does not answer; negative when no file
+  /// is open.
   int GetDescriptor() const noexcept { return m_file; }
   /// Sends what was written and is still in the buffer through WriteThrough.
   void EmptyBuffer();
@@ -97,9 +98,9 @@ class QENZOR_EXPORT CFile {
   /// Reads up to size bytes past the buffer, as many as come at once; 0 at the end and on failure.
   virtual std::uint32_t ReadThrough(void* data, std::uint32_t size) noexcept;
   bool HasFailed() const noexcept { return m_failed; }
-  /// Counts what a ReadThrough of its own has read.
+  /// Counts the bytes that an overriding ReadThrough has read.
   void AddRead(std::uint32_t size) noexcept { m_systemPosition += size; }
-  /// Where the system's file stands, ahead of the user or behind him.
+  /// The position of the system's file: ahead of the user's while reading, behind it while writing.
   std::uint64_t GetSystemPosition() const noexcept { return m_systemPosition; }
 
  private:
@@ -129,8 +130,8 @@ class QENZOR_EXPORT CDocumentFile final : public CFile {
   bool Finish() noexcept;
 };
 
-/// A file in memory, over a byte vector that grows with what is written. What memory does not hold
-/// throws CFileException.
+/// A file in memory, over a byte vector that grows with what is written. Throws CFileException when
+/// memory runs out.
 class QENZOR_EXPORT CMemFile : public CFile {
  public:
   CMemFile() = default;
@@ -152,9 +153,9 @@ class QENZOR_EXPORT CMemFile : public CFile {
   std::uint64_t m_position = 0;
 };
 
-/// A text file for writing: every line feed of WriteString reaches the file as CR LF. Buffered;
-/// its text goes to the file that it opens, or to a sink of the caller's that outlives it. Opening
-/// a file hands over to the sink what it still holds for it.
+/// A text file for writing: every line feed of WriteString reaches the file as CR LF. It is
+/// buffered, and writes to the file that it opens or to a sink of the caller's, which must outlive
+/// it. Opening a file first hands the sink what is still buffered for it.
 class QENZOR_EXPORT CStdioFile final : public CFile {
  public:
   CStdioFile() = default;
@@ -170,7 +171,7 @@ class QENZOR_EXPORT CStdioFile final : public CFile {
   std::uint8_t* BeginText(std::uint32_t size);
   static constexpr std::uint32_t kMaxBlock = CFileBuffer::kWriteSize;
 
-  /// How converters shall put text into bytes; WriteString takes bytes.
+  /// How converters are to encode text. WriteString takes bytes that are encoded already.
   void SetEncoding(TextEncoding encoding) noexcept { m_encoding = encoding; }
   TextEncoding GetEncoding() const noexcept { return m_encoding; }
 

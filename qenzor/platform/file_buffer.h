@@ -9,9 +9,9 @@
 
 namespace qenzor {
 
-/// What stands between a file and its user: bytes that were read ahead, or bytes that were written
-/// and have not gone on yet, or neither. It may lend its inside, so that blocks are taken from it
-/// and put together in it without a copy.
+/// The buffer between a file and its user. It holds bytes that were read ahead, or bytes that were
+/// written but not yet passed on, or nothing. It can be lent, so that blocks are read from it and
+/// assembled in it without a copy.
 class QENZOR_EXPORT CFileBuffer {
  public:
   enum class State : std::uint8_t { kNeither, kReading, kWriting };
@@ -23,15 +23,16 @@ class QENZOR_EXPORT CFileBuffer {
   CFileBuffer(const CFileBuffer&) = delete;
   CFileBuffer& operator=(const CFileBuffer&) = delete;
 
-  /// How many bytes are read ahead at most, and how many of those behind the user are kept.
+  /// The most bytes to read ahead, and how many to keep behind the user.
   void SetReading(std::uint32_t size, std::uint32_t behind) noexcept;
-  /// The longest block that is surely lent in one piece, if there is so much.
+  /// Blocks up to this length are always lent in one piece, if that many bytes are there.
   std::uint32_t GetMostTaken() const noexcept { return m_readSize - m_behind; }
-  /// Whether what is lent is given out from now on.
+  /// Whether the buffer is lent from now on.
   void SetLending(bool lends) noexcept;
   bool Lends() const noexcept { return m_lends; }
   State GetState() const noexcept { return m_state; }
-  /// Changes the state; what the buffer holds is forgotten. False, and neither, without memory.
+  /// Changes the state and forgets what the buffer holds. When memory runs out, false, and the
+  /// buffer is in neither state.
   bool Start(State state) noexcept;
 
   // While reading.
@@ -44,7 +45,7 @@ class QENZOR_EXPORT CFileBuffer {
   std::uint32_t GetPassed() const noexcept {
     return m_state == State::kReading ? static_cast<std::uint32_t>(m_next - m_bytes.get()) : 0;
   }
-  /// Moves the user by so many of the bytes that are there, left or passed.
+  /// Moves the user forward or back within the bytes that are there.
   void Move(std::int64_t offset) noexcept {
     assert(-offset <= GetPassed() && offset <= GetLeft());
     m_next += offset;

@@ -6,18 +6,18 @@
 
 namespace qenzor {
 
-/// Writes a file that takes the place of another as a whole: until Finish has succeeded, and after
-/// any failure, the path leads to the file that was there before, or to none. Nothing else is left
-/// in its folder either, whatever ends the process, where the system knows files without a name;
-/// one of the name ".qenzor-…" where it knows none, or in the instant between the last two steps.
+/// Replaces a file as a whole: until Finish has succeeded, and after any failure, the path leads to
+/// the file that was there before, or to none. Where the system supports files without a name,
+/// nothing else is left in the folder either, however the process ends; elsewhere, and in the
+/// instant between the last two steps, a file named ".qenzor-…" may remain.
 ///
-/// Symbolic links are followed, also to a name that is missing. A regular file keeps its
-/// permissions, but not those by which programs run as somebody else, and its owner where that is
-/// allowed; one that its owner made read-only is refused. Where the folder takes no new file, or
-/// the file cannot be exchanged (it is mounted there, say), the content is written over that of the
-/// file once all of it is there. What is no regular file (a device, a pipe), and what this process
-/// has open, as /dev/stdout names it, is written to as it stands. Objects are independent of each
-/// other, on whatever threads.
+/// Symbolic links are followed, even where they lead to nothing yet. A regular file keeps its
+/// permissions, except those that let programs run as somebody else, and its owner where the system
+/// allows it; a read-only file is refused. If the folder takes no new file, or the file cannot be
+/// exchanged (because it is a mount point, say), the old content is overwritten once all of the new
+/// one is there. Anything but a regular file (a device, a pipe), and whatever this process has
+/// open, as named by /dev/stdout, is written to directly. Objects are independent of each other and
+/// may live on different threads.
 class QENZOR_EXPORT CFileReplacement {
  public:
   CFileReplacement();
@@ -25,9 +25,9 @@ class QENZOR_EXPORT CFileReplacement {
   CFileReplacement(const CFileReplacement&) = delete;
   CFileReplacement& operator=(const CFileReplacement&) = delete;
 
-  /// Makes ready to write what the path shall lead to. False when it cannot.
+  /// Prepares to write what the path is to lead to; false on failure.
   bool Open(const CString& path);
-  /// Makes ready to write to a descriptor, which stays the caller's.
+  /// Prepares to write to a descriptor, which stays the caller's.
   bool OpenDescriptor(int descriptor);
   /// Where to write, from front to back; valid after a successful opening, while this object lives.
   CFile& GetFile() noexcept;
@@ -49,9 +49,9 @@ class QENZOR_EXPORT CFileReplacement {
   CString m_error;
 };
 
-/// Removes what CFileReplacement has in folders under names of its own, and keeps it from making
-/// more, in this process. For the handler of a signal that ends the process: it calls nothing that
-/// must not be called there.
+/// Removes the temporary files that CFileReplacement has in folders, and keeps this process from
+/// making more. Meant for the handler of a signal that ends the process: it only calls what may be
+/// called there.
 QENZOR_EXPORT void RemoveScratchFiles() noexcept;
 
 }  // namespace qenzor

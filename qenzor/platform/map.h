@@ -125,7 +125,7 @@ class CMap {
   const Entry& At(std::uint32_t position) const noexcept { return m_entries[position]; }
 
   /// Calls `visit(key, value)` for every entry in the map's order. `visit` must neither add nor
-  /// remove keys. `ahead(key)` hears of each key some entries before its turn.
+  /// remove keys. `ahead(key)` is called some entries before `visit` gets the key.
   template <class Visit, class Ahead = Ignore>
   void ForEachOrdered(Visit visit, Ahead ahead = {}) const {
     // The order jumps about in memory. What comes up soon is asked for now: first the entry, then

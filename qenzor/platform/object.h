@@ -9,8 +9,8 @@ namespace qenzor {
 
 struct ClassRow;
 
-/// What an object tells of its class at run time: its name and the class it derives from.
-/// One instance a class, compared by address.
+/// What an object tells of its class at run time: its name and the class it derives from. There is
+/// one instance per class; instances are compared by address.
 struct CRuntimeClass {
   std::string_view Name;
   const CRuntimeClass* Base = nullptr;

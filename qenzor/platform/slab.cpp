@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "qenzor/platform/bulk_phase_impl.h"
+#include "qenzor/platform/memory_budget_impl.h"
 #include "qenzor/platform/near_tls_impl.h"
 #include "qenzor/platform/slab_source_impl.h"
 
@@ -17,8 +18,8 @@ namespace {
 constexpr std::size_t kAlignment = alignof(std::max_align_t);
 /// Larger ones gain nothing, and would leave much of a slab empty at its end.
 constexpr std::size_t kMaxBlock = kSlabSize / 16;
-/// The most slabs that are taken at once: enough for a call to the system to cost nothing beside
-/// their use, and few beside a document that has filled as many.
+/// The most slabs that are taken at once: enough to make the cost of a call to the system
+/// negligible, and few compared to a document that has filled as many.
 constexpr std::size_t kMaxRow = 16;
 /// What a phase takes from the global operator new before its first slab. A small document takes no
 /// slab, and a larger one loses at most about as much as it holds at the ends of its slabs.
@@ -84,9 +85,12 @@ void* CSlabCutter::CutFromNext(std::size_t size) noexcept {
 
 bool CSlabCutter::OpenSlab() noexcept {
   CloseSlab();
+  // Where there is no room for a slab there may be some for the block.
+  if (t_memoryBudget.Left < kSlabSize) return false;
   if (m_row.Count == 0) m_row = g_slabSource.Take(std::clamp(m_slabs, std::size_t{1}, kMaxRow));
   m_refused = m_row.Count == 0;
   if (m_refused) return false;
+  t_memoryBudget.Left -= kSlabSize;
   m_slab = std::exchange(m_row.Front, m_row.Front + kSlabSize);
   --m_row.Count;
   ++m_slabs;
@@ -102,6 +106,11 @@ void CSlabCutter::CloseSlab() noexcept {
   m_blocks = 0;
 }
 
+void* TakeBlock(std::size_t size) {
+  ChargeMemory(size);
+  return ::operator new(size);
+}
+
 }  // namespace
 
 CBulkPhase::CBulkPhase() noexcept : m_outermost(t_objects.Start()) {
@@ -114,19 +123,36 @@ CBulkPhase::~CBulkPhase() {
   t_arrays.Finish();
 }
 
+QENZOR_NEAR_TLS constinit thread_local MemoryBudget t_memoryBudget;
+
+CMemoryBudget::CMemoryBudget(std::uint64_t most) noexcept
+    : m_leftOutside(t_memoryBudget.Left),
+      m_left(std::min(most, t_memoryBudget.Left)),
+      m_wasExceeded(std::exchange(t_memoryBudget.IsExceeded, false)) {
+  t_memoryBudget.Left = m_left;
+}
+
+CMemoryBudget::~CMemoryBudget() {
+  t_memoryBudget.Left = m_leftOutside - (m_left - t_memoryBudget.Left);
+  t_memoryBudget.IsExceeded = t_memoryBudget.IsExceeded || m_wasExceeded;
+}
+
+bool CMemoryBudget::IsExceeded() const noexcept { return t_memoryBudget.IsExceeded; }
+
 void* TryAllocateBlock(std::size_t size) noexcept {
   void* block = t_objects.Cut(size);
-  return block != nullptr ? block : ::operator new(size, std::nothrow);
+  if (block != nullptr) return block;
+  return TakeFromBudget(size) ? ::operator new(size, std::nothrow) : nullptr;
 }
 
 void* AllocateBlock(std::size_t size) {
   void* block = t_objects.Cut(size);
-  return block != nullptr ? block : ::operator new(size);
+  return block != nullptr ? block : TakeBlock(size);
 }
 
 void* AllocateArrayBlock(std::size_t size) {
   void* block = t_arrays.Cut(size);
-  return block != nullptr ? block : ::operator new(size);
+  return block != nullptr ? block : TakeBlock(size);
 }
 
 void FreeBlock(void* block) noexcept {

@@ -15,14 +15,14 @@ class CWindowFile final : public CFile {
   /// How far a chunk may go back from the end of its fields: what 16 bits cannot tell.
   static constexpr std::uint32_t kBehind = 64 * 1024;
 
-  /// Opens a plain file or a pipe. False for devices, and for more bytes than 32 bits can tell.
+  /// Opens a plain file or a pipe. False for devices, and for more bytes than 32 bits can count.
   bool Open(const CString& path, std::uint32_t flags) override;
   /// Makes these bytes, which stay the caller's, the content. False for more than 32 bits can
   /// count.
   bool OpenMemory(std::span<const std::uint8_t> bytes);
   /// Whether opening failed because there is too much.
   bool IsTooLong() const noexcept { return m_isTooLong; }
-  /// Has the reading heard by the watch, which must not throw.
+  /// Reports the reading to the watch, which must not throw.
   void SetWatch(ReadWatch watch) { m_watch = std::move(watch); }
   /// Why nothing more came, as errno has it; 0 where the content ended.
   int GetError() const noexcept { return m_error; }

@@ -13,6 +13,7 @@ class CAbstractObjEdit;
 /// What every map object has: at most one added-object-info set, its only sub-chunk.
 template <class Form>
 struct QENZOR_EXPORT ObjBaseFields {
+  /// The links of the object; may be absent.
   typename Form::template Slot<CAddedObjInfoSet> AddedObjInfoSet;
 
   static constexpr auto BaseFields() {

@@ -16,6 +16,7 @@ template <class Form>
 struct QENZOR_EXPORT LayerDataFields {
   /// Kept, not interpreted.
   std::uint16_t LayerNo = 0;
+  /// May be absent.
   typename Form::template Slot<CZIdObjSet> ZIdObjSet;
 
   static constexpr auto Fields() {

@@ -13,6 +13,7 @@ class CQenMapDataTextConverter;
 /// No fields of its own; at most one mesh segment set as sub-chunk.
 template <class Form>
 struct QENZOR_EXPORT QenMapDataFields {
+  /// May be absent.
   typename Form::template Slot<CMeshSegmentSet> MeshSegmentSet;
 
   static constexpr auto Fields() {

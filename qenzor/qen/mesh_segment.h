@@ -16,6 +16,7 @@ template <class Form>
 struct QENZOR_EXPORT MeshSegmentFields {
   /// The segment's place in the mesh; kept, not interpreted here.
   std::uint16_t MeshSegmentNo = 0;
+  /// May be absent.
   typename Form::template Slot<CLayerSet> LayerSet;
 
   static constexpr auto Fields() {

@@ -78,6 +78,7 @@ bool CQen::WriteFileInfo(CFile* file) { return WriteInfo<QenFileInfo>(*file, *th
 bool CQen::WriteMapData(CFile* file) { return MapData != nullptr && MapData->Write(file, true); }
 
 CQenEdit::CQenEdit() = default;
+CQenEdit::CQenEdit(const QenFileInfo& info) : QenFileInfo(info) {}
 CQenEdit::~CQenEdit() = default;
 
 CQen* CQenEdit::EditDataToQenData() try {

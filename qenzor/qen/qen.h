@@ -44,6 +44,14 @@ struct QenFileInfo : FileInfo {
     return info;
   }
 
+  /// Whether segments of the same number lie in the same place: rectangle, numbers of segments,
+  /// coefficient and coordinate system are the same.
+  bool HasMeshOf(const QenFileInfo& other) const {
+    return IncRect == other.IncRect && SegmentNumX == other.SegmentNumX &&
+           SegmentNumY == other.SegmentNumY && CompCoef == other.CompCoef &&
+           GeoCoodinate == other.GeoCoodinate;
+  }
+
   bool operator==(const QenFileInfo&) const = default;
 };
 
@@ -62,15 +70,15 @@ class QENZOR_EXPORT CQen : public CObject, public QenFileInfo {
   /// Reads the file at the path. After a failure in the chunks the document holds the file info and
   /// what was read of the map data; a file shorter than the file info changes nothing. Bytes after
   /// the root chunk are ignored, and the root chunk's id is taken as it stands.
-  bool Read(const CString& path);
+  [[nodiscard]] bool Read(const CString& path);
   /// The same from a block of size bytes, and from a file's position on.
-  bool Read(const void* data, const std::uint32_t& size);
-  bool Read(CFile* file);
+  [[nodiscard]] bool Read(const void* data, const std::uint32_t& size);
+  [[nodiscard]] bool Read(CFile* file);
   /// Creates or overwrites the file at the path, all data sizes recomputed. False if anything did
   /// not reach the file, and for a document without map data; a partly written file stays.
-  bool Write(const CString& path);
+  [[nodiscard]] bool Write(const CString& path);
   /// The same at a file's position.
-  bool Write(CFile* file);
+  [[nodiscard]] bool Write(CFile* file);
 
   /// The root chunk, or null.
   std::unique_ptr<CQenMapData> MapData;
@@ -91,6 +99,8 @@ class QENZOR_EXPORT CQen : public CObject, public QenFileInfo {
 class QENZOR_EXPORT CQenEdit : public QenFileInfo {
  public:
   CQenEdit();
+  /// Without map data; CQenEdit(QenFileInfo::Default()) is what a new map starts from.
+  explicit CQenEdit(const QenFileInfo& info);
   virtual ~CQenEdit();
   CQenEdit(const CQenEdit&) = delete;
   CQenEdit& operator=(const CQenEdit&) = delete;

@@ -15,6 +15,7 @@ template <class Form>
 struct QENZOR_EXPORT ZIdObjFields {
   /// What draw attributes know the objects by.
   std::uint64_t ZId = 0;
+  /// May be absent.
   typename Form::template Slot<CObjSet> ObjSet;
 
   static constexpr auto Fields() {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "qenzor/core/fields.h"
+#include "qenzor/platform/memory_budget_impl.h"
 #include "qenzor/text/abstract_chunk_text_converter.h"
 #include "qenzor/text/xml_pieces_impl.h"
 #include "qenzor/text/xml_writer_impl.h"
@@ -161,7 +162,9 @@ void TakeXmlField(CXmlElement& elem, T& object, const Field<O, V, C>& f) {
 
 template <class T, class O>
 void TakeXmlField(CXmlElement& elem, T& object, const TextField<O, CString>& f) {
-  object.*f.Member = elem.GetNarrowText();
+  CString text = elem.GetNarrowText();
+  ChargeMemory(text.size());
+  object.*f.Member = std::move(text);
 }
 
 /// Wide text undoes the escapes of a line feed and of a space, in that order.
@@ -170,6 +173,7 @@ void TakeXmlField(CXmlElement& elem, T& object, const TextField<O, CStringW>& f)
   CStringW text = elem.GetWideText();
   ReplaceAll(text, CStringW(u"<br />"), CStringW(u"\n"));
   ReplaceAll(text, CStringW(u"&nbsp;"), CStringW(u" "));
+  ChargeMemory(text.size() * sizeof(char16_t));
   object.*f.Member = std::move(text);
 }
 
@@ -177,6 +181,7 @@ template <class T, class O, class List>
 void TakeXmlField(CXmlElement& elem, T& object, const ArrayField<O, List>& f) {
   using Element = typename List::value_type;
   List& list = object.*f.Member;
+  ChargeMemory(2 * sizeof(Element));  // as much again that growing leaves unused
   if constexpr (HasFields<Element>) {
     ReadXmlFields(elem, Element::Fields(), list.emplace_back());
   } else if constexpr (requires { typename Element::element_type; }) {

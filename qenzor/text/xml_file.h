@@ -9,8 +9,8 @@
 
 namespace qenzor {
 
-/// Elements nest this deep at most in what is parsed, the root counted as 1, and bear at most so
-/// many attributes: the parser recurses on the one and takes quadratic time in the other.
+/// The deepest nesting of elements that is parsed, the root counted as 1, and the most attributes
+/// of one element: the parser recurses on the former and takes quadratic time in the latter.
 inline constexpr std::uint32_t kMaxXmlDepth = 256;
 inline constexpr std::uint32_t kMaxXmlAttributes = 64;
 

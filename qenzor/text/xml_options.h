@@ -4,7 +4,7 @@
 #include <functional>
 #include <string_view>
 
-#include "qenzor/platform/standard.h"
+#include "qenzor/core/read_options.h"
 
 namespace qenzor {
 
@@ -17,9 +17,9 @@ enum class XmlEncoding : std::uint8_t {
 };
 
 /// How XML text is read.
-struct XmlReadOptions {
+struct XmlReadOptions : ReadOptions {
   XmlEncoding Encoding = XmlEncoding::kShiftJis;
-  /// Hears a sentence when a text that has been read as kShiftJis seems to be in another encoding.
+  /// Called with a sentence when text that was read as kShiftJis seems to be in another encoding.
   std::function<void(std::string_view)> Warn;
 };
 

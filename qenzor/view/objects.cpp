@@ -1,6 +1,7 @@
 #include "qenzor/view/objects.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "qenzor/qen/cmb_lbl_obj.h"
 #include "qenzor/qen/line_obj.h"
@@ -10,7 +11,7 @@
 
 namespace qenzor {
 
-std::optional<ObjectKind> KindOf(CAbstractObj& object) {
+std::optional<ObjectKind> KindOf(const CAbstractObj& object) {
   if (class_cast<CLineObj>(&object) != nullptr) return ObjectKind::kLine;
   if (class_cast<CPolyObj>(&object) != nullptr) return ObjectKind::kPolygon;
   if (class_cast<CCmbLblObj>(&object) != nullptr) return ObjectKind::kLabel;
@@ -34,6 +35,21 @@ std::span<const CPoint> PointsOf(ObjectKind kind, const CAbstractObj& object) {
       break;
   }
   return {};
+}
+
+std::span<const CPoint> PointsOf(const CAbstractObj& object) {
+  const std::optional<ObjectKind> kind = KindOf(object);
+  return kind.has_value() ? PointsOf(*kind, object) : std::span<const CPoint>();
+}
+
+double LengthOf(std::span<const CPoint> points) {
+  double length = 0;
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    const double dx = static_cast<double>(points[i].x) - points[i - 1].x;
+    const double dy = static_cast<double>(points[i].y) - points[i - 1].y;
+    length += std::hypot(dx, dy);
+  }
+  return length;
 }
 
 std::optional<CRect> FindBounds(ObjectKind kind, const CAbstractObj& object) {

@@ -27,10 +27,14 @@ constexpr std::string_view NameOf(ObjectKind kind) {
 }
 
 /// The kind of an object; nothing for one of a class that the format does not have.
-QENZOR_EXPORT std::optional<ObjectKind> KindOf(CAbstractObj& object);
+QENZOR_EXPORT std::optional<ObjectKind> KindOf(const CAbstractObj& object);
 
 /// The points of a line, a polygon, or of what stands at a point; none for a raster by its edges.
 QENZOR_EXPORT std::span<const CPoint> PointsOf(ObjectKind kind, const CAbstractObj& object);
+/// The same for an object whose kind is not known yet; none for one of another class.
+QENZOR_EXPORT std::span<const CPoint> PointsOf(const CAbstractObj& object);
+/// The length of the way from point to point, in map units.
+QENZOR_EXPORT double LengthOf(std::span<const CPoint> points);
 
 /// The bounding rectangle over all points as they now are (a raster's edges put in order); nothing
 /// for an object without points. GetBoundRect tells it as it was read, of a ring without its end.

@@ -15,6 +15,7 @@ template <class Form>
 struct QENZOR_EXPORT DrawAtterFields {
   /// The z-id of the objects that it is for.
   std::uint64_t ZId = 0;
+  /// Which draw infos draw them; may be absent.
   typename Form::template Slot<CDrawInfoIdxSet> DrawInfoIdxSet;
 
   /// What a keyed set files it under.

@@ -16,6 +16,7 @@ class CZorDrawDataTextConverter;
 /// edit form a set may be shared with the edit object that it was taken over from.
 template <class Form>
 struct QENZOR_EXPORT ZorDrawDataFields {
+  // Each may be absent.
   typename Form::template SharedSlot<CDrawAtterSet> DrawAtterSet;
   typename Form::template SharedSlot<CDrawInfoSet> DrawInfoSet;
   typename Form::template SharedSlot<CMarkDataSet> MarkDataSet;

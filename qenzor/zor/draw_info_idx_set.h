@@ -14,6 +14,7 @@ class CDrawInfoIdxSetTextConverter;
 /// end of the chunk's array is 0.
 template <class Form>
 struct QENZOR_EXPORT DrawInfoIdxSetFields {
+  /// Positions in the draw info set, from 0; not checked.
   typename Form::template LongArray<std::uint32_t> DrawInfoIdx;
 
   static constexpr auto Fields() {

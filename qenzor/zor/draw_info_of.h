@@ -12,6 +12,7 @@ namespace qenzor {
 /// Records keep their order; neither their ranges nor their values are checked.
 template <template <class> class Common, class Scale, class Form>
 struct QENZOR_EXPORT DrawInfoFields : Common<Form> {
+  /// A record per range of scales, in the order of the file.
   typename Form::template Array<Scale> ScData;
 
   static constexpr auto Fields() {

@@ -16,6 +16,7 @@ struct QENZOR_EXPORT MarkDataFields {
   // The extent, in the mark's own coordinate space; not checked against the elements.
   CPoint RectMin;
   CPoint RectMax;
+  /// In drawing order.
   typename Form::template RecordArray<CMarkElem> MarkElem;
 
   static constexpr auto Fields() {

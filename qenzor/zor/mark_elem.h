@@ -36,12 +36,12 @@ class QENZOR_EXPORT CMarkElem : public MarkElemFields<ChunkForm> {
   using EditClass = CMarkElemEdit;
 
   /// Reads from the file's position; false when its bytes do not come.
-  bool Read(CFile* file);
+  [[nodiscard]] bool Read(CFile* file);
   /// Reads from a block of size bytes; consumed is how many were taken. False when there are too
   /// few.
-  bool Read(const void* data, const std::uint32_t& size, std::uint32_t& consumed);
+  [[nodiscard]] bool Read(const void* data, const std::uint32_t& size, std::uint32_t& consumed);
   /// False when the file refuses the bytes.
-  bool Write(CFile* file) const;
+  [[nodiscard]] bool Write(CFile* file) const;
   std::uint32_t GetWriteDataSize() const;
   void DeepCopy(const CMarkElem& source);
 };

@@ -73,6 +73,7 @@ bool CZor::WriteFileInfo(CFile* file) { return WriteInfo<ZorFileInfo>(*file, *th
 bool CZor::WriteDrawData(CFile* file) { return DrawData.Write(file, true); }
 
 CZorEdit::CZorEdit() = default;
+CZorEdit::CZorEdit(const ZorFileInfo& info) : ZorFileInfo(info) {}
 CZorEdit::~CZorEdit() = default;
 
 CZor* CZorEdit::EditDataToZorData() try {

@@ -40,15 +40,15 @@ class QENZOR_EXPORT CZor : public ZorFileInfo {
   /// Reads the file at the path. After a failure in the chunks the document holds the file info and
   /// what was read of the draw data; a file shorter than the file info changes nothing. The root
   /// chunk's id is taken as it stands. Sets that the document holds and the file does not stay.
-  bool Read(const CString& path);
+  [[nodiscard]] bool Read(const CString& path);
   /// The same from a block of size bytes, and from a file's position on.
-  bool Read(const void* data, const std::uint32_t& size);
-  bool Read(CFile* file);
+  [[nodiscard]] bool Read(const void* data, const std::uint32_t& size);
+  [[nodiscard]] bool Read(CFile* file);
   /// Creates or overwrites the file at the path, all data sizes recomputed. False if anything did
   /// not reach the file; a partly written file stays.
-  bool Write(const CString& path);
+  [[nodiscard]] bool Write(const CString& path);
   /// The same at a file's position.
-  bool Write(CFile* file);
+  [[nodiscard]] bool Write(CFile* file);
 
   /// The root chunk.
   CZorDrawData DrawData;
@@ -69,6 +69,8 @@ class QENZOR_EXPORT CZor : public ZorFileInfo {
 class QENZOR_EXPORT CZorEdit : public ZorFileInfo {
  public:
   CZorEdit();
+  /// Empty; CZorEdit(DefaultZorFileInfo()) is what new draw data start from.
+  explicit CZorEdit(const ZorFileInfo& info);
   virtual ~CZorEdit();
   CZorEdit(const CZorEdit&) = delete;
   CZorEdit& operator=(const CZorEdit&) = delete;

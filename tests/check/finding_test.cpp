@@ -58,7 +58,7 @@ TEST(FindingSink, HearsOfSoManyOfAKindAndTheOthersAreCounted) {
   CheckOptions options;
   options.MaxDetails = 10;
   FoundSink sink;
-  const CheckCounts counts =
+  const CCheckCounts counts =
       CheckBinary({drawing.data(), drawing.size()}, BinaryKind::kZor, options, sink);
   const FindingKind& kind = *FindFindingKind("draw-info-index");
   EXPECT_EQ(sink.All.size(), 10U);

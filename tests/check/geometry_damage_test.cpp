@@ -212,7 +212,8 @@ TEST(GeometryDamage, OfEachKindAThousandAreTold) {
   CheckOptions options;
   options.Geometry = true;
   FoundSink sink;
-  const CheckCounts counts = CheckBinary({map.data(), map.size()}, BinaryKind::kQen, options, sink);
+  const CCheckCounts counts =
+      CheckBinary({map.data(), map.size()}, BinaryKind::kQen, options, sink);
   EXPECT_EQ(sink.All.size(), 1000U);
   EXPECT_EQ(counts.Of(*FindFindingKind("too-few-points")), 1100U);
 }

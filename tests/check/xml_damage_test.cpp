@@ -92,7 +92,7 @@ struct Checked {
 
 Checked Check(const std::string& text, BinaryKind kind) {
   FoundSink sink;
-  const CheckCounts counts = CheckXml(text, kind, {}, sink);
+  const CCheckCounts counts = CheckXml(text, kind, {}, sink);
   return {sink.Xml, sink.Reasons, counts.Of(Severity::kError)};
 }
 

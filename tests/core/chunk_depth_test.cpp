@@ -55,7 +55,7 @@ TEST(ChunkDepth, ARefusalLeavesNothingBehindForTheNextRead) {
 TEST(ChunkDepth, AnExceptionOfTheFileLeavesNothingBehindForTheNextRead) {
   ThrowingFile file(NestedLayers(kMost), 300);
   CLayerData layer;
-  EXPECT_THROW(layer.Read(&file), ThrowingFile::Thrown);
+  EXPECT_THROW(static_cast<void>(layer.Read(&file)), ThrowingFile::Thrown);
   EXPECT_NE(FromFile<CLayerData>(NestedLayers(kMost)), nullptr);
 }
 

@@ -159,7 +159,7 @@ TEST(ChunkRead, ExceptionsOfTheFileReachTheCaller) {
   for (std::uint32_t call = 0; call < 6; ++call) {
     ThrowingFile file(bytes, call);
     CLayerData layer;
-    EXPECT_THROW(layer.Read(&file), ThrowingFile::Thrown) << call;
+    EXPECT_THROW(static_cast<void>(layer.Read(&file)), ThrowingFile::Thrown) << call;
   }
   ThrowingFile file(bytes, 6);
   CLayerData layer;

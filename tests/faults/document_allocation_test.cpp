@@ -19,7 +19,7 @@ class DocumentAllocation : public ::testing::Test {
   using Doc = typename Kind::Doc;
   using Edit = typename Kind::Edit;
 
-  DocumentAllocation() { m_doc.Read(m_bytes.data(), m_bytes.size()); }
+  DocumentAllocation() { static_cast<void>(m_doc.Read(m_bytes.data(), m_bytes.size())); }
 
   /// That a document holds all that the bytes do.
   static void ExpectWhole(Doc& doc) {

@@ -23,7 +23,7 @@ class DrawAtterSetAllocation : public ::testing::Test {
       elements.push_back(Chunk(id::kDrawAtter, Bytes().U64(key).Add(index_set)));
     }
     m_bytes = SetChunk(id::kDrawAtterSet, elements);
-    m_set.Read(m_bytes.data(), m_bytes.size());
+    static_cast<void>(m_set.Read(m_bytes.data(), m_bytes.size()));
   }
 
   Bytes m_bytes;

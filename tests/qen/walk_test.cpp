@@ -61,6 +61,35 @@ TEST(ForEachObject, MayChangeTheObjectsOfAMapThatIsNotConst) {
   EXPECT_EQ(heights, 6);
 }
 
+TEST(ForEachObject, GivesThoseOfAClassInEitherForm) {
+  const auto map = MakeMap();
+  std::string seen;
+  ForEachObject<CPolyObj>(std::as_const(*map), [&](auto&, auto& layer, auto&, auto& poly) {
+    static_assert(std::is_same_v<decltype(poly), const CPolyObj&>);
+    seen += std::to_string(layer.LayerNo) + ' ';
+  });
+  const auto edit = ToEdit(*map);
+  ForEachObject<CPolyObj>(*edit, [&](auto&, auto& layer, auto&, CPolyObjEdit& poly) {
+    poly.Height = 1;
+    seen += std::to_string(layer.LayerNo) + ' ';
+  });
+  EXPECT_EQ(seen, "5 6 5 6 ");
+}
+
+TEST(ForEachLayer, TellsEachLevelOfEitherForm) {
+  const auto map = MakeMap();
+  const auto edit = ToEdit(*map);
+  std::string seen;
+  const auto tell = [&](const auto&, const auto& layer) { seen += std::to_string(layer.LayerNo); };
+  ForEachLayer(*map, tell);
+  ForEachLayer(std::as_const(*edit), tell);
+  EXPECT_EQ(seen, "560560");
+  int count = 0;
+  ForEachSegment(*edit, [&](CMeshSegmentEdit&) { ++count; });
+  ForEachZIdObj(*edit, [&](auto&, auto&, CZIdObjEdit&) { count += 10; });
+  EXPECT_EQ(count, 22);
+}
+
 TEST(ForEachObject, FindsNothingInAMapWithoutMapData) {
   const CQen map;
   ForEachObject(map, [](auto&, auto&, auto&, auto&) { FAIL(); });

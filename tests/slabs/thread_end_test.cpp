@@ -15,7 +15,7 @@ namespace {
 struct LateUser {
   LateUser() = default;
   ~LateUser() {
-    if (Document != nullptr) CQen().Read(Document->data(), Document->size());
+    if (Document != nullptr) static_cast<void>(CQen().Read(Document->data(), Document->size()));
     Object = std::make_unique<CLineObj>();
     Object->Pt.Reset(10);
     Object.reset();
@@ -34,7 +34,7 @@ TEST(ThreadEnd, DestructorsThatUseTheLibraryLeaveNothingBehind) {
       static thread_local LateUser t_user;
       t_user.Document = &bytes;
       CQen map;
-      map.Read(bytes.data(), bytes.size());
+      static_cast<void>(map.Read(bytes.data(), bytes.size()));
     };
     std::thread(run).join();
     const std::ptrdiff_t before = ResidentBytes();

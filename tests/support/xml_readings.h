@@ -27,7 +27,7 @@ std::string Describe(Document& document) {
       CZorTextConverter().ConvertChunkToText(file, document, 0);
   }
   CMemFile bytes;
-  document.Write(&bytes);
+  static_cast<void>(document.Write(&bytes));
   return {std::string(xml.GetBytes().begin(), xml.GetBytes().end()) +
           std::string(bytes.GetBytes().begin(), bytes.GetBytes().end())};
 }
