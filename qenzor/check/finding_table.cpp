@@ -245,8 +245,8 @@ constexpr std::array kKinds{
     Kind(Code::kRepeatedPoint, "point-repeated", Severity::kWarning,
          "A point of a line or an outline stands twice in a row.", "Remove one of the two."),
     Kind(Code::kOutsideCell, "point-outside-cell", Severity::kWarning,
-         "Points of an object lie outside the segment that holds it; what looks for them by their "
-         "place misses them.",
+         "Points of an object lie outside the segment that holds it; a search by segments misses "
+         "them.",
          "Cut the object at the segment's edge, or move it to the segment in which it lies; if all "
          "objects are found, --frame tells where segments lie."),
     Kind(Code::kLabelOutsideMap, "label-outside-map", Severity::kWarning,
