@@ -151,46 +151,52 @@ class CSalvage {
   std::uint64_t TakeSubChunks(const PathNode& parent, std::uint64_t at, const Extent& extent,
                               const ClassSchema& schema, std::uint32_t depth,
                               check::CIndexedSet& set) {
-    const std::uint64_t end = Present(extent.End);
-    while (at < end) {
-      const bool has_header = HasHeader(at, end);
-      const std::uint32_t id = has_header ? Number(at) : 0;
-      const bool keeps = has_header && schema.Accepts(id);
-      if (!extent.IsKnown && !keeps) return at;
-      if (has_header && EndOf(at) <= end && IsWhole(at, EndOf(at), depth + 1)) {
-        if (keeps) set.Keep();
-        Append(at, EndOf(at));
-        at = EndOf(at);
-        continue;
-      }
-      const ClassSchema* const known = keeps ? check::FindClass(id) : nullptr;
-      PathNode node{&parent, known == nullptr ? std::string_view() : known->Tag, id};
-      if (schema.IsSet) node.Index = set.GetPosition();
-      std::optional<Extent> extent_of_lost;
-      if (known != nullptr) {
-        const Extent inner = FindExtent(at, extent.End, *known, &schema);
-        if (const auto next = TakeParts(node, at, inner, *known, depth + 1); next.has_value()) {
-          set.Keep();
-          at = *next;
-          continue;
-        }
-        if (inner.IsKnown)
-          extent_of_lost = inner;
-        else if (!extent.IsKnown)
-          return at;
-      } else if (has_header && EndOf(at) < extent.End && Begins(EndOf(at), extent.End, schema)) {
-        extent_of_lost = Extent{EndOf(at), true};
-      }
-      const std::uint64_t next = extent_of_lost.has_value() ? Present(extent_of_lost->End)
-                                                            : FindNext(at + 1, end, schema, depth);
-      Tell(at, next - at, known == nullptr ? &parent : &node,
-           known != nullptr ? "is damaged"
-           : has_header     ? "holds nothing that belongs here"
-                            : "is too little for a chunk");
-      set.Lose(known, next - at, extent_of_lost.has_value());
-      at = next;
+    while (at < Present(extent.End)) {
+      const auto next = TakeSubChunk(parent, at, extent, schema, depth, set);
+      if (!next.has_value()) break;
+      at = *next;
     }
     return at;
+  }
+
+  /// Gives the place behind a sub-chunk, or behind what is lost there; nothing where the parent
+  /// seems to end.
+  std::optional<std::uint64_t> TakeSubChunk(const PathNode& parent, std::uint64_t at,
+                                            const Extent& extent, const ClassSchema& schema,
+                                            std::uint32_t depth, check::CIndexedSet& set) {
+    const std::uint64_t end = Present(extent.End);
+    const bool has_header = HasHeader(at, end);
+    const std::uint32_t id = has_header ? Number(at) : 0;
+    const ClassSchema* const known =
+        has_header && schema.Accepts(id) ? check::FindClass(id) : nullptr;
+    if (!extent.IsKnown && known == nullptr) return std::nullopt;
+    if (has_header && EndOf(at) <= end && IsWhole(at, EndOf(at), depth + 1)) {
+      if (known != nullptr) set.Keep();
+      Append(at, EndOf(at));
+      return EndOf(at);
+    }
+    if (known == nullptr) {
+      const bool is_one =
+          has_header && EndOf(at) < extent.End && Begins(EndOf(at), extent.End, schema);
+      const std::uint64_t next = is_one ? Present(EndOf(at)) : FindNext(at + 1, end, schema, depth);
+      Tell(at, next - at, &parent,
+           has_header ? "holds nothing that belongs here" : "is too little for a chunk");
+      set.Lose(nullptr, next - at, is_one);
+      return next;
+    }
+    PathNode node{&parent, known->Tag, id};
+    if (schema.IsSet) node.Index = set.GetPosition();
+    const Extent inner = FindExtent(at, extent.End, *known, &schema);
+    auto next = TakeParts(node, at, inner, *known, depth + 1);
+    if (next.has_value()) {
+      set.Keep();
+      return next;
+    }
+    if (!inner.IsKnown && !extent.IsKnown) return std::nullopt;
+    next = inner.IsKnown ? Present(inner.End) : FindNext(at + 1, end, schema, depth);
+    Tell(at, *next - at, &node, "is damaged");
+    set.Lose(known, *next - at, inner.IsKnown);
+    return next;
   }
 
   // NOLINTEND(misc-no-recursion)
