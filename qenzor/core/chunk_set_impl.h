@@ -209,7 +209,7 @@ void CChunkSetMap<std::uint64_t, T>::Release() {
 template <class T>
 bool CChunkSetMap<std::uint64_t, T>::WriteData(CFile* file, bool recalc) {
   return this->WriteElements(file, GetElemCount(), [&] {
-    VisitTrailing<Element>([this](auto visit) { ForEachElem(visit); },
+    VisitTrailing<Element>([this](auto visit) { this->ForEachElem(visit); },
                            [&](T elem) { static_cast<void>(elem->Write(file, recalc)); });
   });
 }
