@@ -52,7 +52,7 @@ class CSlabCutter {
     ++m_blocks;
     return block;
   }
-  // Out of the way of the many blocks that need no more than Cut: inlined, it made them a third longer.
+  // Out of the way of the blocks that need no more than Cut: inlined, it made that a third longer.
   [[gnu::noinline]] void* CutFromNext(std::size_t size) noexcept;
   bool OpenSlab() noexcept;
   void CloseSlab() noexcept;
