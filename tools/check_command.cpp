@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <new>
 #include <optional>
 
@@ -10,7 +11,6 @@
 #include "files.h"
 #include "finding_printer.h"
 #include "progress.h"
-#include "round_trip.h"
 
 namespace tool {
 
@@ -26,11 +26,6 @@ constexpr std::uint64_t kMaxOnTerminal = 20;
 
 const FindingKind& KindNamed(std::string_view name) { return *qenzor::FindFindingKind(name); }
 
-const char* KindName(BinaryKind kind) { return kind == BinaryKind::kQen ? "Qen" : "Zor"; }
-const char* KindWord(BinaryKind kind) {
-  return kind == BinaryKind::kQen ? "a map project" : "draw data";
-}
-
 /// A file that could be opened, and what it is.
 struct Opened {
   Input File;
@@ -43,9 +38,9 @@ struct Partner {
   qenzor::ZIdResult ZIds;
 };
 
-qenzor::ZIdResult ZIdsOf(const Opened& document) {
+qenzor::ZIdResult ZIdsOf(const Opened& document, qenzor::XmlEncoding encoding) {
   if (!document.Kind.IsXml) return qenzor::CollectZIds(document.File.Bytes, document.Kind.Kind);
-  return qenzor::CollectXmlZIds(LoadText(document.File), document.Kind.Kind);
+  return qenzor::CollectXmlZIds(LoadText(document.File), document.Kind.Kind, encoding);
 }
 
 qenzor::FrameOptions ParseFrame(const std::string& words) {
@@ -71,20 +66,30 @@ class CChecker {
     m_check.RoundTrip = options.RoundTrip;
     m_check.Geometry = options.Geometry;
     if (!options.Frame.empty()) m_check.Frame = ParseFrame(options.Frame);
+    m_check.Encoding = EncodingOf(options);
+    if (!options.Images.empty())
+      m_check.HasImage = [&options](const std::string& name) {
+        std::error_code ignored;
+        return std::filesystem::is_regular_file(std::filesystem::path(options.Images) / name,
+                                                ignored);
+      };
     for (const FindingKind& kind : qenzor::FindingKinds())
       if (!IsWanted(kind)) m_check.Skipped.insert(kind.Code);
   }
 
-  int Run() {
+  int Run() try {
     OpenPartner(m_options.Map, "--map", BinaryKind::kQen);
     OpenPartner(m_options.Draw, "--draw", BinaryKind::kZor);
     ForEachFile(m_options.Files, m_options.Recursive,
                 [&](const std::string& path, bool in_folder) { CheckFile(path, in_folder); });
     if (m_files != 1 || m_passed_over > 0) m_printer.Summarise(m_files, m_passed_over);
-    m_printer.Finish();
     RefuseUseless("--map", BinaryKind::kQen);
     RefuseUseless("--draw", BinaryKind::kZor);
+    m_printer.Finish();
     return m_failed ? 1 : 0;
+  } catch (const CWrongUsage&) {
+    m_printer.Finish();
+    throw;
   }
 
  private:
@@ -111,6 +116,12 @@ class CChecker {
     counts.Add(kind, true);
   }
 
+  /// What a failure says behind the file's name.
+  static std::string ReasonOf(const CFailure& failure, const std::string& name) {
+    const std::string reason = failure.what();
+    return reason.starts_with(name + ": ") ? reason.substr(name.size() + 2) : reason;
+  }
+
   /// Runs f, whose findings are those of a file.
   template <class F>
   void ReportOn(const std::string& name, const std::string& kind, F&& f) {
@@ -121,6 +132,8 @@ class CChecker {
       f(counts);
     } catch (const std::bad_alloc&) {
       Tell(counts, "out-of-memory", "the memory does not suffice");
+    } catch (const CFailure& failure) {
+      Tell(counts, "file-unreadable", ReasonOf(failure, name));
     }
     m_printer.EndFile(counts);
     m_failed = m_failed || counts.Of(Severity::kError) > 0 ||
@@ -144,16 +157,15 @@ class CChecker {
         return std::nullopt;
       }
       code = "file-not-recognised";
-      reason = failure.what();
+      reason = ReasonOf(failure, name);
     } catch (const CFailure& failure) {
-      reason = failure.what();
+      reason = ReasonOf(failure, name);
     } catch (const std::bad_alloc&) {
       code = "out-of-memory";
-      reason = name + ": the memory does not suffice";
+      reason = "the memory does not suffice";
     }
     ++m_files;
-    ReportOn(name, "",
-             [&](CCheckCounts& counts) { Tell(counts, code, reason.substr(name.size() + 2)); });
+    ReportOn(name, "", [&](CCheckCounts& counts) { Tell(counts, code, reason); });
     return std::nullopt;
   }
 
@@ -170,10 +182,11 @@ class CChecker {
       check.OtherName = partner->Document.File.Name;
     }
     ReportOn(opened->File.Name, KindName(kind), [&](CCheckCounts& counts) {
-      CCheckCounts all = CheckAs(*opened, check, m_printer);
-      TellOtherKind(*opened, all);
-      if (m_options.RoundTrip && !opened->Kind.IsXml) TellRoundTrip(*opened, all);
-      counts = all;
+      CCheckCounts other;
+      if (const auto looks = FindOtherKind(opened->File, kind); looks.has_value())
+        Tell(other, "file-other-kind", *looks);
+      counts = CheckAs(*opened, check, m_printer);
+      counts.Add(other);
     });
     if (partner != nullptr) CheckPartner(*partner, *opened);
   }
@@ -182,50 +195,7 @@ class CChecker {
                               qenzor::CFindingSink& sink) {
     const BinaryKind kind = document.Kind.Kind;
     if (!document.Kind.IsXml) return qenzor::CheckBinary(document.File.Bytes, kind, check, sink);
-    CCheckCounts counts = qenzor::CheckXml(LoadText(document.File), kind, check, sink);
-    const FindingKind& unstorable = KindNamed("xml-unstorable");
-    if (counts.Of(Severity::kError) > 0 || check.Skipped.contains(unstorable.Code)) return counts;
-    // Whatever else keeps it from being stored.
-    WithKind(kind, [&](auto name) {
-      using Kind = decltype(name);
-      const auto edit = Kind::FromText(document.File);
-      if (!edit) return;
-      const auto found = FindUnstorable(*edit);
-      if (!found.has_value()) return;
-      const std::string reason = Describe(*found);
-      sink.Take({&unstorable, 0, 1, 1, nullptr, reason});
-      counts.Add(unstorable, true);
-    });
-    return counts;
-  }
-
-  /// Tells that the file looks like one of the other kind than it was said to be.
-  void TellOtherKind(const Opened& opened, CCheckCounts& counts) {
-    if (m_options.Kind.empty()) return;
-    try {
-      const DocumentKind looks = FindKind(opened.File, "");
-      if (looks.Kind == opened.Kind.Kind) return;
-      Tell(counts, "file-other-kind",
-           std::string("this looks like ") + KindWord(looks.Kind) + " (" +
-               (looks.IsXml ? KindName(looks.Kind) : IdentOf(opened.File)) + ")");
-    } catch (const CUnknownKind&) {
-      return;  // then what was said holds
-    }
-  }
-
-  static std::string IdentOf(const Input& input) {
-    constexpr std::size_t kLength = 6;
-    return {reinterpret_cast<const char*>(input.Bytes.data()),
-            std::min(input.Bytes.size(), kLength)};
-  }
-
-  /// Where nothing else tells that the document comes back from XML otherwise, but it does.
-  void TellRoundTrip(const Opened& opened, CCheckCounts& counts) {
-    if (counts.Of(Severity::kError) > 0) return;
-    for (const FindingKind& kind : qenzor::FindingKinds())
-      if (kind.Name.starts_with("roundtrip-") && counts.Of(kind) > 0) return;
-    if (const auto at = FindRoundTripDifference(opened.File, opened.Kind.Kind); at.has_value())
-      Tell(counts, "roundtrip-other", "what comes back from XML differs from here on", *at);
+    return qenzor::CheckXml(LoadText(document.File), kind, check, sink);
   }
 
   const Partner* PartnerOf(BinaryKind kind) const {
@@ -241,7 +211,7 @@ class CChecker {
     if (opened->Kind.Kind != kind)
       throw CWrongUsage(option + ' ' + path + ": this is " + KindWord(opened->Kind.Kind) +
                         ", not " + KindWord(kind));
-    qenzor::ZIdResult z_ids = ZIdsOf(*opened);
+    qenzor::ZIdResult z_ids = ZIdsOf(*opened, m_check.Encoding);
     const Partner& partner = m_partners.at(static_cast<std::size_t>(kind))
                                  .emplace(Partner{std::move(*opened), std::move(z_ids)});
     if (partner.ZIds.IsWhole) return;
@@ -253,7 +223,7 @@ class CChecker {
 
   /// Tells what the partner has and the document lacks, if there is any.
   void CheckPartner(const Partner& partner, const Opened& document) {
-    const qenzor::ZIdResult z_ids = ZIdsOf(document);
+    const qenzor::ZIdResult z_ids = ZIdsOf(document, m_check.Encoding);
     if (!z_ids.IsWhole || !partner.ZIds.IsWhole) return;
     CheckOptions check = Only([&](const FindingKind& found) {
       return found.Name == "z-id-not-drawn" || found.Name == "z-id-nowhere" ||

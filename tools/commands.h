@@ -13,8 +13,9 @@ struct Options {
   std::string Encoding = "shift_jis";  ///< of XML text: "shift_jis", "utf-8" or "auto"
   std::string In;
   std::string Out;
-  std::string Map;   ///< a map whose z-ids check compares
-  std::string Draw;  ///< draw data whose z-ids check compares
+  std::string Images;  ///< folder in which check looks for images
+  std::string Map;     ///< a map whose z-ids check compares
+  std::string Draw;    ///< draw data whose z-ids check compares
   std::vector<std::string> Files;
   std::uint64_t MaxFindings = 1000;  ///< told of each kind and file
   std::vector<std::string> Only;     ///< codes or names of findings
@@ -36,6 +37,7 @@ struct Options {
 int RunCopy(const Options& options);
 int RunToXml(const Options& options);
 int RunFromXml(const Options& options);
+int RunConvert(const Options& options);
 int RunInfo(const Options& options);
 int RunCheck(const Options& options);
 int RunSalvage(const Options& options);

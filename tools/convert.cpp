@@ -1,8 +1,9 @@
-// copy, to-xml and from-xml.
+// copy, to-xml, from-xml, and convert, which is one of them.
 
 #include <algorithm>
 #include <cctype>
 #include <iostream>
+#include <optional>
 #include <span>
 
 #include "commands.h"
@@ -35,14 +36,6 @@ void SaveThrough(const Input& input, const Options& options,
   save(*document);
 }
 
-qenzor::XmlEncoding EncodingOf(const Options& options) {
-  using qenzor::XmlEncoding;
-  const char first = static_cast<char>(std::tolower(options.Encoding.front()));
-  return first == 'u'   ? XmlEncoding::kUtf8
-         : first == 'a' ? XmlEncoding::kAuto
-                        : XmlEncoding::kShiftJis;
-}
-
 DocumentKind FindBinaryKind(const Input& input, const Options& options) {
   const DocumentKind kind = FindKind(input, options.Kind);
   if (kind.IsXml) throw CFailure(input.Name, "is XML already (use from-xml)");
@@ -61,12 +54,22 @@ bool IsBinary(const Input& input) try {
   return false;
 }
 
-}  // namespace
+/// The kind of document that a file's name tells, or that it is XML.
+struct NamedForm {
+  std::optional<BinaryKind> Kind;
+  bool IsXml = false;
+};
 
-int RunCopy(const Options& options) {
-  CProgress progress(options.Quiet);
-  progress.Stage("reading");
-  const Input input = ReadInput(options.In, options.Kind, Need::kFront);
+NamedForm FormOfName(const std::string& path) {
+  std::string extension = path.substr(std::min(path.rfind('.'), path.size()));
+  std::ranges::transform(extension, extension.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  if (extension == ".qen") return {BinaryKind::kQen};
+  if (extension == ".zor") return {BinaryKind::kZor};
+  return {std::nullopt, extension == ".xml"};
+}
+
+int Copy(const Input& input, const Options& options, CProgress& progress) {
   return WithKind(FindBinaryKind(input, options).Kind, [&](auto kind) {
     using Kind = decltype(kind);
     auto document = ReadDocument<Kind>(input);
@@ -76,10 +79,7 @@ int RunCopy(const Options& options) {
   });
 }
 
-int RunToXml(const Options& options) {
-  CProgress progress(options.Quiet);
-  progress.Stage("reading");
-  const Input input = ReadInput(options.In, options.Kind, Need::kFront);
+int ToXml(const Input& input, const Options& options, CProgress& progress) {
   return WithKind(FindBinaryKind(input, options).Kind, [&](auto kind) {
     using Kind = decltype(kind);
     const auto document = ReadDocument<Kind>(input);
@@ -95,14 +95,13 @@ int RunToXml(const Options& options) {
   });
 }
 
-int RunFromXml(const Options& options) {
-  CProgress progress(options.Quiet);
-  progress.Stage("reading XML");
-  const Input input = ReadXmlInput(options.In);
-  if (IsBinary(input)) throw CFailure(input.Name, "is a binary document, not XML");
+int FromXml(const Input& input, const Options& options, CProgress& progress) {
+  if (IsBinary(input))
+    throw CFailure(input.Name, "is a binary document, not XML (copy and to-xml read those)");
   qenzor::XmlReadOptions reading;
   reading.Encoding = EncodingOf(options);
   reading.Warn = [&](std::string_view what) {
+    progress.Wipe();
     std::cerr << Complaint(input.Name + ": warning: " + std::string(what) + " (see --encoding)");
   };
   qenzor::Failure failure;
@@ -119,13 +118,57 @@ int RunFromXml(const Options& options) {
   };
   // What the front of the text looks like decides which kind is tried first; the parser decides
   // which it is.
-  const auto asked = FindXmlKind(input, options.Kind);
-  const bool zor_first = asked == BinaryKind::kZor;
+  const auto looks = FindXmlKind(input, options.Kind);
+  const bool zor_first = looks == BinaryKind::kZor;
   if (zor_first ? convert(ZorKind{}) : convert(QenKind{})) return 0;
   const bool is_other = failure.Kind == qenzor::FailureKind::kNotSuchDocument;
-  if (is_other && options.Kind.empty() && (zor_first ? convert(QenKind{}) : convert(ZorKind{})))
-    return 0;
-  throw CFailure(input.Name, DescribeXmlError(failure));
+  if (is_other && options.Kind.empty()) {
+    if (zor_first ? convert(QenKind{}) : convert(ZorKind{})) return 0;
+  }
+  const BinaryKind kind = looks.value_or(BinaryKind::kQen);
+  const bool is_neither =
+      options.Kind.empty() && failure.Kind == qenzor::FailureKind::kNotSuchDocument;
+  throw CFailure(input.Name, DescribeXmlError(input, kind, failure, reading.Encoding) +
+                                 (is_neither ? " or Zor (case matters)" : ""));
+}
+
+}  // namespace
+
+int RunCopy(const Options& options) {
+  CProgress progress(options.Quiet);
+  progress.Stage("reading");
+  return Copy(ReadInput(options.In, options.Kind, Need::kFront), options, progress);
+}
+
+int RunToXml(const Options& options) {
+  CProgress progress(options.Quiet);
+  progress.Stage("reading");
+  return ToXml(ReadInput(options.In, options.Kind, Need::kFront), options, progress);
+}
+
+int RunFromXml(const Options& options) {
+  CProgress progress(options.Quiet);
+  progress.Stage("reading XML");
+  return FromXml(ReadXmlInput(options.In), options, progress);
+}
+
+int RunConvert(const Options& options) {
+  const NamedForm out = FormOfName(options.Out);
+  if (!out.IsXml && !out.Kind.has_value())
+    throw CWrongUsage("convert: " + options.Out + " does not end in .qen, .zor or .xml, which " +
+                      "tells what to make (copy, to-xml and from-xml take any name)");
+  CProgress progress(options.Quiet);
+  progress.Stage("reading");
+  const Input input = ReadInput(options.In, options.Kind, Need::kFront);
+  const DocumentKind in = FindKind(input, options.Kind);
+  if (out.Kind.has_value() && *out.Kind != in.Kind)
+    throw CFailure(input.Name, std::string("is ") + KindWord(in.Kind) + ", but the name of " +
+                                   options.Out + " says " + KindWord(*out.Kind));
+  if (in.IsXml && out.IsXml)
+    throw CFailure(input.Name, "is XML already (convert makes .qen or .zor of it)");
+  return in.IsXml    ? FromXml(input, options, progress)
+         : out.IsXml ? ToXml(input, options, progress)
+                     : Copy(input, options, progress);
 }
 
 }  // namespace tool

@@ -2,10 +2,12 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "commands.h"
 #include "failure.h"
 #include "input.h"
 #include "qenzor/check/check.h"
@@ -21,6 +23,17 @@ namespace tool {
 inline std::string_view TextOf(const Input& input) {
   return {reinterpret_cast<const char*>(input.Bytes.data()), input.Bytes.size()};
 }
+
+qenzor::XmlEncoding EncodingOf(const Options& options);
+
+/// How messages call a document of the kind: "a map".
+inline const char* KindWord(BinaryKind kind) {
+  return kind == BinaryKind::kQen ? "a map" : "draw data";
+}
+inline const char* KindName(BinaryKind kind) { return kind == BinaryKind::kQen ? "Qen" : "Zor"; }
+
+/// Says what the content looks like when that is another kind than the one given.
+std::optional<std::string> FindOtherKind(const Input& input, BinaryKind kind);
 
 /// All of the text of an input that is XML, of which the front alone may be in memory. Throws
 /// CFailure when it cannot be read.
@@ -99,13 +112,14 @@ std::unique_ptr<typename Kind::Document> ReadDocument(const Input& input) {
   return document;
 }
 
-/// Why XML does not make a document of the kind, with line and column.
-std::string DescribeXmlError(const qenzor::Failure& failure);
+/// Why XML does not make a document of the kind, with line and column and the element that is open.
+std::string DescribeXmlError(const Input& input, BinaryKind kind, const qenzor::Failure& failure,
+                             qenzor::XmlEncoding encoding = {});
 
 template <class Kind>
 std::unique_ptr<typename Kind::Edit> ReadXmlEdit(const Input& input) {
   auto edit = Kind::FromText(input);
-  if (!edit) throw CFailure(input.Name, DescribeXmlError(edit.GetFailure()));
+  if (!edit) throw CFailure(input.Name, DescribeXmlError(input, Kind::kKind, edit.GetFailure()));
   return edit.Take();
 }
 

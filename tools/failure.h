@@ -1,8 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <cerrno>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace tool {
 
@@ -19,6 +21,9 @@ class CFailure : public std::runtime_error {
   CFailure(const std::string& file, const std::string& what)
       : std::runtime_error(file + ": " + what) {}
 };
+
+/// What the system said last: "No such file or directory".
+inline std::string SystemReason() { return std::generic_category().message(errno); }
 
 /// The command line asks for what makes no sense.
 class CWrongUsage : public std::runtime_error {

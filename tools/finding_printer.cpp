@@ -14,11 +14,12 @@ constexpr const char* kFindingIndent = "      ";
 
 void Put(std::string_view text) {
   if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
-    throw CFailure("standard output", "cannot be written");
+    throw CFailure("standard output", "cannot be written: " + SystemReason());
 }
 
 void Flush() {
-  if (std::fflush(stdout) != 0) throw CFailure("standard output", "cannot be written");
+  if (std::fflush(stdout) != 0)
+    throw CFailure("standard output", "cannot be written: " + SystemReason());
 }
 
 std::string Dump(const Json& json, int indent) {
@@ -44,6 +45,11 @@ std::string OneLine(std::string text) {
   std::replace_if(
       text.begin(), text.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, '?');
   return text;
+}
+
+/// Whether a finding is about a file as such, so that no place in it is worth telling.
+bool IsOfWholeFile(const qenzor::Finding& finding) {
+  return finding.Kind->Name.starts_with("file-") || finding.Kind->Name == "out-of-memory";
 }
 
 }  // namespace
@@ -103,12 +109,13 @@ Json CFindingPrinter::FindingJson(const qenzor::Finding& finding) const {
 
 void CFindingPrinter::TakeText(const qenzor::Finding& finding) {
   const std::string path = qenzor::RenderPath(finding.Path);
-  const std::string place = finding.Line != 0 ? "line " + std::to_string(finding.Line) +
-                                                    ", column " + std::to_string(finding.Column)
-                                              : "byte " + std::to_string(finding.Offset);
-  Put(OneLine(m_name + ": " + place + ": " +
-              std::string(qenzor::SeverityName(finding.Kind->Severity)) + ": " +
-              (path.empty() ? "" : path + ": ") + finding.Reason) +
+  const std::string place =
+      finding.Line != 0 ? "line " + std::to_string(finding.Line) + ", column " +
+                              std::to_string(finding.Column) + ": "
+      : IsOfWholeFile(finding) ? ""
+                               : "byte " + std::to_string(finding.Offset) + ": ";
+  Put(OneLine(m_name + ": " + place + std::string(qenzor::SeverityName(finding.Kind->Severity)) +
+              ": " + (path.empty() ? "" : path + ": ") + finding.Reason) +
       CodeAndName(*finding.Kind));
 }
 

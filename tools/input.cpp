@@ -1,14 +1,13 @@
 #include "input.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cstdio>
-#include <filesystem>
-#include <memory>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include "qenzor/core/coding.h"
@@ -20,10 +19,37 @@ namespace tool {
 
 namespace {
 
-struct FileCloser {
-  void operator()(std::FILE* file) const {
-    if (file != stdin) static_cast<void>(std::fclose(file));
+/// An open file, or standard input, which stays open.
+class CDescriptor {
+ public:
+  explicit CDescriptor(const std::string& path)
+      : m_is_standard(path == "-"),
+        m_file(m_is_standard ? STDIN_FILENO : ::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {}
+  ~CDescriptor() {
+    if (!m_is_standard && m_file >= 0) ::close(m_file);
   }
+  CDescriptor(const CDescriptor&) = delete;
+  CDescriptor& operator=(const CDescriptor&) = delete;
+
+  bool IsOpen() const { return m_file >= 0; }
+  /// The size of a regular file.
+  std::optional<std::uint64_t> FindSize() const {
+    struct stat status {};
+    if (m_is_standard || ::fstat(m_file, &status) != 0 || !S_ISREG(status.st_mode))
+      return std::nullopt;
+    return static_cast<std::uint64_t>(status.st_size);
+  }
+  /// As many bytes as there are, at most size; 0 at the end, below 0 when that fails.
+  ssize_t Read(std::uint8_t* bytes, std::size_t size) const {
+    ssize_t count = 0;
+    do count = ::read(m_file, bytes, size);
+    while (count < 0 && errno == EINTR);
+    return count;
+  }
+
+ private:
+  bool m_is_standard;
+  int m_file;
 };
 
 bool HasIdAt(const std::vector<std::uint8_t>& bytes, std::size_t at, std::uint32_t id) {
@@ -59,6 +85,17 @@ std::optional<std::string_view> FindRootTag(const std::vector<std::uint8_t>& byt
   }
 }
 
+/// Whether the declaration at the front ends with a tag.
+bool HasOpenDeclaration(std::string_view text) {
+  const std::size_t end = text.find('>');
+  return text.starts_with("<?xml") && end != std::string_view::npos && text[end - 1] != '?';
+}
+
+bool IsUtf16(const std::vector<std::uint8_t>& bytes) {
+  return bytes.size() > 1 && bytes[0] + bytes[1] == 0xFF + 0xFE &&
+         (bytes[0] == 0xFF || bytes[0] == 0xFE);
+}
+
 std::optional<BinaryKind> KindOfName(std::string_view name, std::string_view qen,
                                      std::string_view zor) {
   if (name == qen) return BinaryKind::kQen;
@@ -90,12 +127,11 @@ std::uint64_t MaxSizeOf(const Input& input, BinaryKind kind) {
 class CInputReader {
  public:
   explicit CInputReader(const std::string& path)
-      : m_input{path == "-" ? "standard input" : path, path, false, 0, {}},
-        m_file(path == "-" ? stdin : std::fopen(path.c_str(), "rb")) {
-    if (m_file == nullptr) Fail();
-    std::error_code error;
-    m_input.IsRegular = path != "-" && std::filesystem::is_regular_file(path, error);
-    if (m_input.IsRegular) m_input.Size = std::filesystem::file_size(path, error);
+      : m_input{path == "-" ? "standard input" : path, path, false, 0, {}}, m_file(path) {
+    if (!m_file.IsOpen()) Fail();
+    const std::optional<std::uint64_t> size = m_file.FindSize();
+    m_input.IsRegular = size.has_value();
+    m_input.Size = size.value_or(0);
     ReadUpTo(kFrontSize);
   }
 
@@ -112,28 +148,31 @@ class CInputReader {
   }
 
  private:
-  [[noreturn]] void Fail() const {
-    throw CFailure(m_input.Name, std::generic_category().message(errno));
-  }
+  [[noreturn]] void Fail() const { throw CFailure(m_input.Name, SystemReason()); }
   [[noreturn]] void FailTooLong(std::uint64_t most) const {
     throw CFailure(m_input.Name, most == kMaxSize || m_input.Size > kMaxSize
                                      ? "longer than a document can be (4 GiB)"
                                      : "goes on for more than 16 MiB after the document's end");
   }
   void ReadUpTo(std::uint64_t size) {
-    std::array<std::uint8_t, kFrontSize> block;
-    std::size_t count = 1;
-    while (m_input.Bytes.size() < size && count > 0) {
-      count = std::fread(block.data(), 1,
-                         std::min<std::uint64_t>(block.size(), size - m_input.Bytes.size()),
-                         m_file.get());
-      m_input.Bytes.insert(m_input.Bytes.end(), block.begin(), block.begin() + count);
+    std::vector<std::uint8_t>& bytes = m_input.Bytes;
+    while (bytes.size() < size && !m_is_at_end) {
+      const std::size_t before = bytes.size();
+      // Where the size is known, no more is asked for: one call reads a small file.
+      const std::uint64_t known = m_input.Size > before ? m_input.Size - before : kFrontSize;
+      bytes.resize(before + std::min({size - before, known, std::uint64_t{kMostAtOnce}}));
+      const ssize_t count = m_file.Read(bytes.data() + before, bytes.size() - before);
+      if (count < 0) Fail();
+      bytes.resize(before + static_cast<std::size_t>(count));
+      m_is_at_end = count == 0 || (m_input.IsRegular && bytes.size() == m_input.Size);
     }
-    if (std::ferror(m_file.get()) != 0) Fail();
   }
 
+  static constexpr std::size_t kMostAtOnce = std::size_t{1} << 20U;
+
   Input m_input;
-  std::unique_ptr<std::FILE, FileCloser> m_file;
+  CDescriptor m_file;
+  bool m_is_at_end = false;
 };
 
 }  // namespace
@@ -178,9 +217,15 @@ DocumentKind FindKind(const Input& input, const std::string& asked) {
   const std::string extension = dot == std::string::npos ? "" : input.Path.substr(dot + 1);
   if (const auto kind = KindOfName(extension, "qen", "zor"); kind.has_value())
     return {*kind, false};
-  if (extension == "xml" || root.has_value())
-    throw CUnknownKind(input.Name, root.has_value() ? "the root element is neither Qen nor Zor"
-                                                    : "byte 0: no XML element stands at the front");
+  if (root.has_value())
+    throw CUnknownKind(input.Name, "the outermost element is " + std::string(*root) +
+                                       ", neither Qen nor Zor (case matters)" +
+                                       (HasOpenDeclaration(TextOf(input.Bytes))
+                                            ? "; the declaration at the front has no end (?>)"
+                                            : ""));
+  if (IsUtf16(input.Bytes))
+    throw CUnknownKind(input.Name, "this is UTF-16 text; save it as Shift_JIS or UTF-8");
+  if (extension == "xml") throw CUnknownKind(input.Name, "no XML element stands at the front");
   throw CUnknownKind(input.Name, "neither a map-project nor a draw-data document (see --kind)");
 }
 

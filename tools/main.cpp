@@ -34,6 +34,12 @@ CLI::App* AddCommand(CLI::App& app, tool::Options& options, const char* name, co
   return sub;
 }
 
+/// What stands at the end of a command's help.
+void Explain(CLI::App* sub, const std::string& status, const std::string& examples) {
+  sub->footer("Exit status: " + status + ", 2 when the command line is wrong.\nExamples:\n" +
+              examples);
+}
+
 void AddEncoding(CLI::App* sub, tool::Options& options, std::set<std::string> names,
                  const char* what) {
   sub->add_option("--encoding", options.Encoding, what)
@@ -68,23 +74,39 @@ int main(int argc, char** argv) try {
       ->check(CLI::IsMember({"chunk", "edit", "clone"}))
       ->capture_default_str();
   AddInOut(copy, options);
+  const std::string written = "0 when OUT is written, 1 when it is not";
+  Explain(copy, written, "  qenzor copy map.qen copy.qen\n  qenzor copy --via edit - -");
   CLI::App* to_xml =
       AddCommand(app, options, "to-xml", "Turn a document into XML", &tool::RunToXml, chosen);
   to_xml->add_flag("--strict", options.Strict, "Exit 1 when something is not in the XML form");
   AddEncoding(to_xml, options, {"shift_jis", "utf-8"}, "Encoding of the text");
   AddInOut(to_xml, options);
+  Explain(to_xml, written + " (with --strict, when XML does not hold all of IN)",
+          "  qenzor to-xml map.qen map.xml\n  qenzor to-xml --encoding utf-8 map.qen - | less");
   CLI::App* from_xml =
       AddCommand(app, options, "from-xml", "Turn XML into a document", &tool::RunFromXml, chosen);
   AddEncoding(from_xml, options, {"shift_jis", "utf-8", "auto"},
               "Encoding of the text; auto: as byte-order mark and declaration say");
   AddInOut(from_xml, options);
+  Explain(from_xml, written,
+          "  qenzor from-xml map.xml map.qen\n  qenzor from-xml --encoding auto map.xml map.qen");
+  CLI::App* convert =
+      AddCommand(app, options, "convert",
+                 "Copy, or turn into XML or back, as content of IN and name of OUT say",
+                 &tool::RunConvert, chosen);
+  convert->add_flag("--strict", options.Strict, "Exit 1 when something is not in the XML form");
+  AddEncoding(convert, options, {"shift_jis", "utf-8", "auto"}, "Encoding of XML");
+  AddInOut(convert, options);
+  Explain(convert, written, "  qenzor convert map.qen map.xml\n  qenzor convert map.xml map.qen");
   CLI::App* info =
       AddCommand(app, options, "info", "Tell what a document holds", &tool::RunInfo, chosen);
   info->add_flag("--json", options.Json, "Print JSON");
   info->add_option("FILE", options.In, "Document or XML; - for standard input")->required();
+  Explain(info, "0 when all is told, 1 when FILE cannot be read",
+          "  qenzor info map.qen\n  qenzor info --json drawing.xml");
   CLI::App* check = AddCommand(app, options, "check",
-                               "Tell what is wrong with documents: errors refuse to be read, "
-                               "warnings are dropped silently",
+                               "Tell what is wrong with documents: an error keeps one from being "
+                               "read, a warning tells of what is lost or doubtful",
                                &tool::RunCheck, chosen);
   CLI::Option* json = check->add_flag("--json", options.Json, "Print one JSON document");
   check->add_flag("--jsonl", options.JsonLines, "Print a line of JSON for each finding")
@@ -111,12 +133,14 @@ int main(int argc, char** argv) try {
   check->add_flag("--list-codes", options.ListCodes, "Tell what can be found, and end");
   check->add_option("--map", options.Map, "Map whose z-ids draw attributes should name");
   check->add_option("--draw", options.Draw, "Draw data that should draw a map's z-ids");
-  check->footer(
-      "Exit status: 0 nothing that counts, 1 errors (with --strict warnings too), 2 wrong usage.\n"
-      "Examples:\n"
-      "  qenzor check map.qen drawing.xml\n"
-      "  qenzor check --strict --roundtrip --map map.qen drawing.zor\n"
-      "  qenzor check --recursive --jsonl --skip Q1061 maps/");
+  check->add_option("--images", options.Images,
+                    "Folder that should have the images that draw data name");
+  AddEncoding(check, options, {"shift_jis", "utf-8", "auto"},
+              "Encoding of XML; auto: as byte-order mark and declaration say");
+  Explain(check, "0 when nothing counts, 1 for errors (with --strict, warnings too)",
+          "  qenzor check map.qen drawing.xml\n"
+          "  qenzor check --strict --roundtrip --map map.qen drawing.zor\n"
+          "  qenzor check --recursive --jsonl --skip Q1061 maps/");
   check->add_option("FILE", options.Files, "Documents or XML; - for standard input");
 
   CLI::App* salvage = AddCommand(app, options, "salvage",
@@ -143,7 +167,7 @@ int main(int argc, char** argv) try {
   } catch (const CLI::ParseError& error) {
     if (app.exit(error) != 0) return kWrongUsage;
     if (std::cout.flush()) return 0;
-    Complain("standard output cannot be written");
+    Complain("standard output: cannot be written: " + tool::SystemReason());
     return kFailed;
   }
   tool::WatchSignals();

@@ -34,7 +34,7 @@ void AppendLines(std::string& text, const Json& node, const std::string& indent)
 
 void PrintText(const std::string& text) {
   if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
-    throw CFailure("standard output", "cannot be written");
+    throw CFailure("standard output", "cannot be written: " + SystemReason());
 }
 
 void PrintReport(const Json& report, bool as_json) {

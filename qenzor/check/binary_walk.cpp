@@ -115,6 +115,14 @@ class CBinaryWalk {
     if (m_dropped == 0) m_reporter.Report(code, at, &node, std::forward<Describe>(describe));
   }
 
+  /// Of what an unknown chunk holds, one error is enough: it may be no chunks at all.
+  template <class Describe>
+  void Fail(Code code, std::uint64_t at, const PathNode& node, Describe&& describe) {
+    if (m_unknown > 0 && m_is_unknown_told) return;
+    m_is_unknown_told = true;
+    m_reporter.Report(code, at, &node, std::forward<Describe>(describe));
+  }
+
   // NOLINTBEGIN(misc-no-recursion): no deeper than chunks may nest
 
   /// Walks the chunk whose header stands at the offset, of which no more than the bytes below limit
@@ -131,23 +139,22 @@ class CBinaryWalk {
       if (!WalkBlock(block, *schema)) return false;
     }
     if (block.At > end) {
-      m_reporter.Report(Code::kFieldOverrun, at, &node, [&] {
+      Fail(Code::kFieldOverrun, at, node, [&] {
         return "the fields take " + to_string(block.At - data) + " bytes, the data size is " +
                to_string(header.Size);
       });
       return false;
     }
     if (block.At < end && depth >= kMaxChunkDepth) {
-      m_reporter.Report(Code::kTooDeep, at, &node, [] {
-        return "chunks nest more than " + to_string(kMaxChunkDepth) + " deep";
-      });
+      Fail(Code::kTooDeep, at, node,
+           [] { return "chunks nest more than " + to_string(kMaxChunkDepth) + " deep"; });
       return false;
     }
     Level level{schema};
     if (!WalkSubChunks(node, block.At, end, limit, level, depth)) return false;
     if (end > limit) {
       const bool at_file_end = m_is_cut && limit == m_bytes.size();
-      m_reporter.Report(at_file_end ? Code::kTruncated : Code::kChunkOverrun, at, &node, [&] {
+      Fail(at_file_end ? Code::kTruncated : Code::kChunkOverrun, at, node, [&] {
         return (at_file_end ? "truncated: the data size is "
                             : "runs past the end of its parent: the data size is ") +
                to_string(header.Size) + ", but only " + to_string(limit - data) + " bytes follow";
@@ -191,11 +198,10 @@ class CBinaryWalk {
   bool Skip(Block& block, std::string_view tag, std::uint64_t size) {
     const std::uint64_t left = block.Limit - std::min(block.At, block.Limit);
     if (size > left) {
-      m_reporter.Report(block.IsCutShort ? Code::kTruncated : Code::kFieldOverrun, block.At,
-                        &block.Node, [&] {
-                          return CString(tag) + " takes " + to_string(size) + " bytes, but only " +
-                                 to_string(left) + " are there";
-                        });
+      Fail(block.IsCutShort ? Code::kTruncated : Code::kFieldOverrun, block.At, block.Node, [&] {
+        return CString(tag) + " takes " + to_string(size) + " bytes, but only " + to_string(left) +
+               " are there";
+      });
       return false;
     }
     block.At += size;
@@ -296,7 +302,7 @@ class CBinaryWalk {
     if (!Skip(block, field.Tag, kStoredTextCountSize)) return false;
     const std::uint64_t size = Load<std::uint16_t>(at);
     if (size > field.MaxBytes) {
-      m_reporter.Report(Code::kStoredTextTooLong, block.At, &block.Node, [&] {
+      Fail(Code::kStoredTextTooLong, block.At, block.Node, [&] {
         return "the block of " + CString(field.Tag) + " has " + to_string(size) +
                " bytes, at most " + to_string(field.MaxBytes) + " are taken";
       });
@@ -307,7 +313,7 @@ class CBinaryWalk {
     if (size % 2 != 0)
       Warn(Code::kTextOddSize, at, block.Node,
            [&] { return CString(field.Tag) + " has an odd byte count; its last byte is dropped"; });
-    if (m_wants_more && m_dropped == 0) {
+    if ((m_wants_more || field.Role != Role::kNone) && m_dropped == 0) {
       DecodeStoredText(m_bytes.data() + text, static_cast<std::uint32_t>(size), m_text);
       m_listener.Text(block.Node, field, m_text, text);
     }
@@ -336,7 +342,7 @@ class CBinaryWalk {
     while (next < end && !m_reporter.IsStopped()) {
       if (next >= sub_limit || sub_limit - next < kHeaderSize) {
         if (end > limit) return whole;  // cut short: reported by the chunk itself
-        m_reporter.Report(Code::kRemainder, next, &node, [&] {
+        Fail(Code::kRemainder, next, node, [&] {
           return to_string(end - next) + " bytes at the end of the data are too few for a chunk";
         });
         return false;
@@ -369,7 +375,10 @@ class CBinaryWalk {
     } else {
       ++m_dropped;
     }
+    const bool is_unknown = schema == nullptr;
+    if (is_unknown && m_unknown++ == 0) m_is_unknown_told = false;
     const bool whole = WalkChunk(node, at, limit, schema, depth + 1);
+    if (is_unknown) --m_unknown;
     if (!keeps) --m_dropped;
     return whole;
   }
@@ -385,6 +394,9 @@ class CBinaryWalk {
   bool m_is_cut = false;
   /// How many of the chunks around the one at hand are dropped.
   std::uint32_t m_dropped = 0;
+  /// How many of them are of no known class, and whether an error inside has been reported.
+  std::uint32_t m_unknown = 0;
+  bool m_is_unknown_told = false;
 };
 
 }  // namespace

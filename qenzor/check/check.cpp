@@ -8,6 +8,7 @@
 #include "qenzor/check/xml_text_impl.h"
 #include "qenzor/check/xml_walk_impl.h"
 #include "qenzor/qen_xml.h"
+#include "qenzor/storable.h"
 #include "qenzor/zor_xml.h"
 
 namespace qenzor {
@@ -61,46 +62,61 @@ auto WalkOver(std::string_view text, BinaryKind kind) {
 
 /// Has only the listener hear of a document, up to the first error.
 template <class Walk>
-bool Gather(BinaryKind kind, check::CContentListener& listener, const Walk& walk) {
+bool Gather(BinaryKind kind, XmlEncoding encoding, check::CContentListener& listener,
+            const Walk& walk) {
   CDeafSink nobody;
   CheckOptions options;
   options.FirstErrorOnly = true;
+  options.Encoding = encoding;
   check::CReporter reporter(kind, options, nobody);
   return walk(reporter, listener);
 }
 
 template <class Content>
-check::Facts CollectFacts(const Content& content, BinaryKind kind) {
+check::Facts CollectFacts(const Content& content, BinaryKind kind, XmlEncoding encoding = {}) {
   check::Facts facts;
   check::CFactCollector collector(facts, content.size());
-  facts.IsWhole = Gather(kind, collector, WalkOver(content, kind));
+  facts.IsWhole = Gather(kind, encoding, collector, WalkOver(content, kind));
   return facts;
 }
 
 /// Has the reporter and the listener hear of a document, and the checks of geometry where they are
-/// asked for. What segments cut is gathered before, since it goes on further on.
+/// asked for; whether reading takes the document. What segments cut is gathered before, since it
+/// goes on further on.
 template <class Walk>
-void CheckContent(check::CReporter& reporter, check::CContentListener& listener, const Walk& walk) {
+bool CheckContent(check::CReporter& reporter, check::CContentListener& listener, const Walk& walk) {
   const CheckOptions& options = reporter.GetOptions();
-  if (!options.Geometry || options.FirstErrorOnly || reporter.GetKind() != BinaryKind::kQen) {
-    walk(reporter, listener);
-    return;
-  }
+  if (!options.Geometry || options.FirstErrorOnly || reporter.GetKind() != BinaryKind::kQen)
+    return walk(reporter, listener);
   check::CCuts cuts;
   check::CCutCollector collector(cuts, options.Frame);
-  const bool is_whole = Gather(reporter.GetKind(), collector, walk);
+  const bool is_whole = Gather(reporter.GetKind(), options.Encoding, collector, walk);
   cuts.Sort();
   check::CGeometryChecks geometry(reporter, is_whole ? &cuts : nullptr);
   check::CBothListeners both(listener, geometry);
-  walk(reporter, both);
+  return walk(reporter, both);
 }
 
-/// Why no document can be made of the text; nothing when one can.
-std::optional<Failure> FindRefusal(std::string_view text, BinaryKind kind) {
-  const auto failure_of = [](const auto& edit) {
-    return edit ? std::nullopt : std::optional<Failure>(edit.GetFailure());
-  };
-  return kind == BinaryKind::kQen ? failure_of(ParseQenXml(text)) : failure_of(ParseZorXml(text));
+/// Why no document can be made of the text, or what keeps the document from being stored. The
+/// latter has no line.
+struct XmlResult {
+  std::optional<Failure> Refusal;
+  std::optional<Unstorable> Lost;
+};
+
+template <class Parse>
+XmlResult ParsedBy(const Parse& parse, std::string_view text, XmlEncoding encoding) {
+  XmlReadOptions options;
+  options.Encoding = encoding;
+  const auto edit = parse(text, options);
+  if (edit) return {std::nullopt, FindUnstorable(*edit)};
+  if (edit.GetFailure().Kind == FailureKind::kOutOfMemory) throw std::bad_alloc();
+  return {edit.GetFailure(), std::nullopt};
+}
+
+XmlResult Parse(std::string_view text, BinaryKind kind, XmlEncoding encoding) {
+  return kind == BinaryKind::kQen ? ParsedBy(&ParseQenXml, text, encoding)
+                                  : ParsedBy(&ParseZorXml, text, encoding);
 }
 
 }  // namespace
@@ -111,6 +127,13 @@ void CCheckCounts::Add(const FindingKind& kind, bool told) {
   Count& count = m_counts.at(static_cast<std::size_t>(&kind - FindingKinds().data()));
   ++count.All;
   if (told) ++count.Told;
+}
+
+void CCheckCounts::Add(const CCheckCounts& others) {
+  for (std::size_t i = 0; i < m_counts.size(); ++i) {
+    m_counts[i].All += others.m_counts[i].All;
+    m_counts[i].Told += others.m_counts[i].Told;
+  }
 }
 
 std::uint64_t CCheckCounts::Of(const FindingKind& kind) const noexcept {
@@ -139,7 +162,14 @@ CCheckCounts CheckBinary(std::span<const std::uint8_t> bytes, BinaryKind kind,
   check::CRoundTripChecks round_trip(reporter);
   check::CBothListeners both(values, round_trip);
   check::CContentListener& all = both;
-  CheckContent(reporter, options.RoundTrip ? all : values, WalkOver(bytes, kind));
+  const bool is_whole =
+      CheckContent(reporter, options.RoundTrip ? all : values, WalkOver(bytes, kind));
+  if (options.RoundTrip && is_whole && !round_trip.HasFound() &&
+      reporter.Wants(check::Code::kRoundTripOther))
+    if (const auto at = check::FindRoundTripDifference(bytes, kind, options.Encoding);
+        at.has_value())
+      reporter.Report(check::Code::kRoundTripOther, *at, nullptr,
+                      [] { return "what comes back from XML differs from here on"; });
   return reporter.GetCounts();
 }
 
@@ -147,15 +177,23 @@ CCheckCounts CheckXml(std::string_view text, BinaryKind kind, const CheckOptions
                       CFindingSink& sink) {
   const check::DocumentSchema& schema = SchemaOf(kind);
   CXmlReporter reporter(text, kind, options, sink);
-  if (const auto refusal = FindRefusal(text, kind); refusal.has_value()) {
-    check::ReportXmlRefusal(text, schema, *refusal, reporter);
+  const XmlResult parsed = Parse(text, kind, options.Encoding);
+  if (parsed.Refusal.has_value()) {
+    check::ReportXmlRefusal(text, schema, *parsed.Refusal, reporter);
     return reporter.GetCounts();
   }
-  check::CheckXmlEncoding(text, reporter);
+  check::CheckXmlEncoding(text, options.Encoding, reporter);
   check::Facts facts;
-  if (kind == BinaryKind::kZor) facts = CollectFacts(text, kind);
+  if (kind == BinaryKind::kZor && !options.FirstErrorOnly)
+    facts = CollectFacts(text, kind, options.Encoding);
   check::CValueChecks values(reporter, facts);
   CheckContent(reporter, values, WalkOver(text, kind));
+  // What the walk has found has its line.
+  if (parsed.Lost.has_value() && reporter.GetCounts().Of(Severity::kError) == 0)
+    reporter.Report(check::Code::kXmlUnstorable, 0, nullptr, [&] {
+      const CString& path = parsed.Lost->ChunkPath;
+      return path.empty() ? parsed.Lost->Reason : path + ": " + parsed.Lost->Reason;
+    });
   return reporter.GetCounts();
 }
 
@@ -164,9 +202,9 @@ ZIdResult CollectZIds(std::span<const std::uint8_t> bytes, BinaryKind kind) {
   return {std::move(facts.ZIds), facts.IsWhole};
 }
 
-ZIdResult CollectXmlZIds(std::string_view text, BinaryKind kind) {
-  if (FindRefusal(text, kind).has_value()) return {};
-  check::Facts facts = CollectFacts(text, kind);
+ZIdResult CollectXmlZIds(std::string_view text, BinaryKind kind, XmlEncoding encoding) {
+  if (Parse(text, kind, encoding).Refusal.has_value()) return {};
+  check::Facts facts = CollectFacts(text, kind, encoding);
   return {std::move(facts.ZIds), facts.IsWhole};
 }
 

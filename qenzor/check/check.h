@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
+#include <functional>
 #include <set>
 #include <span>
 #include <string_view>
@@ -9,6 +9,7 @@
 
 #include "qenzor/check/finding.h"
 #include "qenzor/platform/map.h"
+#include "qenzor/text/xml_options.h"
 #include "qenzor/view/frame.h"
 
 namespace qenzor {
@@ -43,11 +44,16 @@ struct CheckOptions {
   std::set<std::uint16_t> Skipped;
   /// Stops at the first error.
   bool FirstErrorOnly = false;
-  /// Whether to tell what a binary document loses when it becomes XML and is read again.
+  /// What XML text is read as.
+  XmlEncoding Encoding = XmlEncoding::kShiftJis;
+  /// Whether to tell what a binary document loses when it becomes XML in that encoding and is read
+  /// again.
   bool RoundTrip = false;
   /// Whether to tell where a map's objects are out of place or misshapen, as they lie by the frame.
   bool Geometry = false;
   FrameOptions Frame;
+  /// Whether there is an image of a name, in UTF-8 and without folders; empty to leave that out.
+  std::function<bool(const CString& name)> HasImage;
   /// The z-ids of the document that this one belongs with, and how messages call it; null to leave
   /// that out.
   const CZIdTable* OtherZIds = nullptr;
@@ -67,6 +73,8 @@ class QENZOR_EXPORT CCheckCounts {
 
   /// Counts one more, told or not.
   void Add(const FindingKind& kind, bool told);
+  /// Counts what others count as well.
+  void Add(const CCheckCounts& others);
 
  private:
   struct Count {
@@ -96,6 +104,7 @@ struct ZIdResult {
 [[nodiscard]] QENZOR_EXPORT ZIdResult CollectZIds(std::span<const std::uint8_t> bytes,
                                                   BinaryKind kind);
 /// The same of XML text.
-[[nodiscard]] QENZOR_EXPORT ZIdResult CollectXmlZIds(std::string_view text, BinaryKind kind);
+[[nodiscard]] QENZOR_EXPORT ZIdResult CollectXmlZIds(std::string_view text, BinaryKind kind,
+                                                     XmlEncoding encoding = XmlEncoding::kShiftJis);
 
 }  // namespace qenzor

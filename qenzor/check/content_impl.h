@@ -33,6 +33,9 @@ class CContentListener {
   /// The identification, as long as it is.
   virtual void Ident(const PathNode& /*node*/, std::string_view /*ident*/,
                      std::uint64_t /*offset*/) {}
+  /// A text that has a role, or any for those who want more.
+  virtual void Text(const PathNode& /*node*/, const FieldSchema& /*field*/,
+                    std::u16string_view /*text*/, std::uint64_t /*offset*/) {}
 
   // What only some want to hear of, since there is so much of it.
   virtual bool WantsMore() const { return false; }
@@ -40,8 +43,6 @@ class CContentListener {
                     std::uint64_t /*offset*/) {}
   virtual void Point(const PathNode& /*node*/, const FieldSchema& /*field*/,
                      const CPoint& /*point*/, std::uint64_t /*offset*/) {}
-  virtual void Text(const PathNode& /*node*/, const FieldSchema& /*field*/,
-                    std::u16string_view /*text*/, std::uint64_t /*offset*/) {}
 };
 
 /// Tells two listeners.

@@ -36,6 +36,7 @@ enum class Code : std::uint16_t {
   kXmlWrongRoot = 1031,
   kXmlNoMapData = 1032,
   kXmlUnstorable = 1033,
+  kXmlNotATag = 1034,
   kXmlEncoding = 1035,
   kXmlLooksUtf8 = 1036,
   kXmlNotInCodePage = 1037,
@@ -57,6 +58,7 @@ enum class Code : std::uint16_t {
   kXmlCharacterReference = 1055,
   kXmlIdentLength = 1056,
   kXmlUrlText = 1057,
+  kXmlNameNotInCodePage = 1058,
   // What the values of a document mean to each other.
   kIdentEnd = 1060,
   kIdentName = 1061,
@@ -75,6 +77,7 @@ enum class Code : std::uint16_t {
   kBandReversed = 1074,
   kBandGap = 1075,
   kBandOverlap = 1076,
+  kImageMissing = 1077,
   // What a map and its draw data say about each other.
   kZIdNotDrawn = 1080,
   kZIdNowhere = 1081,

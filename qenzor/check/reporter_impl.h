@@ -19,10 +19,8 @@ class CReporter {
   /// describe gives the reason.
   template <class Describe>
   void Report(Code code, std::uint64_t offset, const PathNode* path, Describe&& describe) {
+    if (!Wants(code)) return;
     const FindingKind& kind = FindingKinds()[PositionOf(code)];
-    if (m_stopped || (m_options.FirstErrorOnly && kind.Severity != Severity::kError) ||
-        m_options.Skipped.contains(kind.Code))
-      return;
     const bool told = m_counts.Of(kind) < m_options.MaxDetails;
     m_counts.Add(kind, told);
     if (told) {
@@ -33,6 +31,12 @@ class CReporter {
     m_stopped = m_stopped || m_options.FirstErrorOnly;
   }
 
+  /// Whether a finding of that kind would be counted.
+  bool Wants(Code code) const {
+    const FindingKind& kind = FindingKinds()[PositionOf(code)];
+    return !m_stopped && (!m_options.FirstErrorOnly || kind.Severity == Severity::kError) &&
+           !m_options.Skipped.contains(kind.Code);
+  }
   /// How messages call a place in the file.
   virtual CString DescribePlace(std::uint64_t offset) const {
     return "byte " + std::to_string(offset);

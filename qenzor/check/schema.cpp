@@ -21,7 +21,7 @@ constexpr bool kIsKeyed = requires {
 };
 
 constexpr Role RoleOf(std::string_view tag) {
-  constexpr std::array<std::pair<std::string_view, Role>, 16> kRoles{
+  constexpr std::array<std::pair<std::string_view, Role>, 18> kRoles{
       {{"Ident", Role::kIdent},
        {"Magic", Role::kMagic},
        {"MajorVer", Role::kMajorVer},
@@ -37,7 +37,9 @@ constexpr Role RoleOf(std::string_view tag) {
        {"LayerNo", Role::kLayerNo},
        {"ZId", Role::kZId},
        {"DrawInfoIdx", Role::kDrawInfoIdx},
-       {"MarkDataIdx", Role::kMarkDataIdx}}};
+       {"MarkDataIdx", Role::kMarkDataIdx},
+       {"BrushFileName", Role::kImageName},
+       {"RasFileName", Role::kImageName}}};
   for (const auto& [name, role] : kRoles)
     if (name == tag) return role;
   return Role::kNone;
@@ -107,7 +109,7 @@ constexpr FieldSchema SchemaOf(const Field<O, V, C>& f) {
 }
 template <class List, std::size_t kAt, class O, class V>
 constexpr FieldSchema SchemaOf(const TextField<O, V>& f) {
-  FieldSchema schema{f.Tag, Shape::kText};
+  FieldSchema schema{f.Tag, Shape::kText, RoleOf(f.Tag)};
   schema.MaxBytes = f.MaxBytes;
   return schema;
 }

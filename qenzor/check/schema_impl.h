@@ -43,6 +43,7 @@ enum class Role : std::uint8_t {
   kZId,
   kDrawInfoIdx,
   kMarkDataIdx,
+  kImageName,
 };
 
 struct ClassSchema;

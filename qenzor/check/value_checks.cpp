@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "qenzor/check/value_checks_impl.h"
+#include "qenzor/platform/code_page.h"
 #include "qenzor/qen/abstract_obj.h"
 #include "qenzor/qen/cmb_lbl_obj.h"
 #include "qenzor/qen/line_obj.h"
@@ -162,14 +163,9 @@ void CValueChecks::CheckInfo(const PathNode& node, const FieldSchema& field, std
         });
       return;
     case Role::kMajorVer:
-      m_major = value;
-      return;
     case Role::kMinorVer:
-      if (m_major != 1 || value != 0)
-        m_reporter.Report(Code::kVersion, offset, &node, [&] {
-          return "the version is " + to_string(m_major) + '.' + to_string(value) + ", not 1.0";
-        });
-      return;
+      m_version.at(field.Role == Role::kMajorVer ? 0 : 1) = value;
+      return CheckVersion(node, offset);
     case Role::kSegmentNumX:
     case Role::kSegmentNumY:
       m_mesh.at(field.Role == Role::kSegmentNumX ? 0 : 1) = value;
@@ -180,6 +176,16 @@ void CValueChecks::CheckInfo(const PathNode& node, const FieldSchema& field, std
     default:
       return;
   }
+}
+
+/// XML may have the two numbers in either order.
+void CValueChecks::CheckVersion(const PathNode& node, std::uint64_t offset) {
+  const std::optional<std::uint64_t>& major = m_version[0];
+  const std::optional<std::uint64_t>& minor = m_version[1];
+  if (!major.has_value() || !minor.has_value() || (*major == 1 && *minor == 0)) return;
+  m_reporter.Report(Code::kVersion, offset, &node, [&] {
+    return "the version is " + to_string(*major) + '.' + to_string(*minor) + ", not 1.0";
+  });
 }
 
 void CValueChecks::Rect(const PathNode& node, const FieldSchema& field, const CRect& rect,
@@ -209,6 +215,19 @@ void CValueChecks::Ident(const PathNode& node, std::string_view ident, std::uint
     });
 }
 
+void CValueChecks::Text(const PathNode& node, const FieldSchema& field, std::u16string_view text,
+                        std::uint64_t offset) {
+  const auto& has_image = m_reporter.GetOptions().HasImage;
+  if (field.Role != Role::kImageName || !has_image) return;
+  const std::size_t folders = text.find_last_of(u"/\\:") + 1;  // npos + 1 is 0
+  const CString name = EncodeText(text.substr(folders), TextEncoding::kUtf8);
+  if (!name.empty() && name != "." && name != ".." && has_image(name)) return;
+  m_reporter.Report(Code::kImageMissing, offset, &node, [&] {
+    return name.empty() ? CString(field.Tag) + " names no image"
+                        : "the image " + name + " is missing";
+  });
+}
+
 void CValueChecks::CheckRepeated(Code code, const char* what, Places& places, const PathNode& node,
                                  std::uint64_t number) {
   const std::uint64_t* const earlier = places.Find(number);
@@ -216,6 +235,7 @@ void CValueChecks::CheckRepeated(Code code, const char* what, Places& places, co
     places.Set(number, m_opened);
     return;
   }
+  if (*earlier == m_opened) return;  // in XML, the number itself stands twice
   m_reporter.Report(code, m_opened, &node, [&] {
     return what + (' ' + to_string(number)) + " stands again; the first one is at " +
            m_reporter.DescribePlace(*earlier);
@@ -237,13 +257,13 @@ void CValueChecks::CheckZId(const PathNode& node, std::uint64_t z_id, std::uint6
   const bool is_drawing = node.Id == CDrawAtter::kChunkId;
   if (is_drawing) {
     const std::uint64_t* const earlier = m_keys.Find(z_id);
-    if (earlier != nullptr)
+    if (earlier == nullptr)
+      m_keys.Set(z_id, m_opened);
+    else if (*earlier != m_opened)
       m_reporter.Report(Code::kRepeatedKey, m_opened, &node, [&] {
         return "z-id " + to_string(z_id) + " stands again and replaces the one at " +
                m_reporter.DescribePlace(*earlier);
       });
-    else
-      m_keys.Set(z_id, m_opened);
   }
   const CheckOptions& options = m_reporter.GetOptions();
   if (options.OtherZIds == nullptr || options.OtherZIds->Has(z_id) || m_asked.Has(z_id)) return;

@@ -50,6 +50,8 @@ class CValueChecks : public CContentListener {
   void Rect(const PathNode& node, const FieldSchema& field, const CRect& rect,
             std::uint64_t offset) override;
   void Ident(const PathNode& node, std::string_view ident, std::uint64_t offset) override;
+  void Text(const PathNode& node, const FieldSchema& field, std::u16string_view text,
+            std::uint64_t offset) override;
 
  private:
   /// A range of scales.
@@ -62,6 +64,7 @@ class CValueChecks : public CContentListener {
 
   void CheckInfo(const PathNode& node, const FieldSchema& field, std::uint64_t value,
                  std::uint64_t offset);
+  void CheckVersion(const PathNode& node, std::uint64_t offset);
   /// Reports a number that has stood before, and remembers one that has not.
   void CheckRepeated(Code code, const char* what, Places& places, const PathNode& node,
                      std::uint64_t number);
@@ -78,7 +81,7 @@ class CValueChecks : public CContentListener {
   const Facts& m_facts;
   std::uint64_t m_opened = 0;     ///< where the chunk at hand begins
   std::uint64_t m_attribute = 0;  ///< where the draw attribute at hand begins
-  std::uint64_t m_major = 0;
+  std::array<std::optional<std::uint64_t>, 2> m_version;  ///< major and minor
   std::array<std::optional<std::uint64_t>, 2> m_mesh;  ///< segments to the east, and to the north
   Places m_segments{1};
   Places m_layers{1};

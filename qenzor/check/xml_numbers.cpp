@@ -16,12 +16,6 @@ constexpr std::size_t kMaxFloatLength = 63;
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// A text as a message shows it.
-CString Quoted(std::string_view text) {
-  constexpr std::size_t kMost = 40;
-  return '"' + CString(text.substr(0, kMost)) + (text.size() > kMost ? "...\"" : "\"");
-}
-
 std::size_t SkipDigits(std::string_view text, std::size_t at) {
   while (at < text.size() && IsDigit(text[at])) ++at;
   return at;
@@ -62,29 +56,42 @@ Number Split(std::string_view text) {
   return number;
 }
 
+/// Whether the text is a number without more ado, and so short that it is read as what it says.
+bool IsPlain(std::string_view text) {
+  constexpr std::size_t kShort = 9;
+  if (text.starts_with('-')) text.remove_prefix(1);
+  return !text.empty() && text.size() <= kShort && SkipDigits(text, 0) == text.size();
+}
+
 /// Reports a number that is not read in full, or does not fit; read is what it is read as.
 void CheckNumber(const CString& what, std::string_view text, std::uint64_t least_negated,
-                 std::uint64_t most, Code outside, const CString& read, std::uint64_t offset,
-                 const PathNode& node, CReporter& reporter) {
+                 std::uint64_t most, Code outside, const CString& read, const XmlPlace& place) {
   const Number number = Split(text);
   if (!number.IsRead())
-    reporter.Report(Code::kXmlValueNotRead, offset, &node, [&] {
+    place.Report(Code::kXmlValueNotRead, [&] {
       return number.Digits.empty() && number.Rest.empty()
                  ? what + " has no number and is read as " + read
                  : what + ' ' + Quoted(text) + " is no whole number and is read as " + read;
     });
-  else if (!number.IsWithin(least_negated, most))
-    reporter.Report(outside, offset, &node, [&] {
+  if (!number.Digits.empty() && !number.IsWithin(least_negated, most))
+    place.Report(outside, [&] {
       return what + ' ' + Quoted(text) + " is not between " +
              (least_negated == 0 ? "0" : "-" + to_string(least_negated)) + " and " +
-             to_string(most) + "; it is stored as " + read;
+             to_string(most) +
+             (outside == Code::kXmlCoordinate ? CString() : "; it is stored as " + read);
     });
+}
+
+/// Whether the digits, up to an exponent, say anything but 0.
+bool IsAboveZero(std::string_view text) {
+  return text.substr(0, text.find_first_of("eE")).find_first_of("123456789") !=
+         std::string_view::npos;
 }
 
 }  // namespace
 
-std::uint64_t ReadXmlInteger(std::string_view text, const FieldSchema& field, std::uint64_t offset,
-                             const PathNode& node, CReporter& reporter) {
+std::uint64_t ReadXmlInteger(std::string_view text, const FieldSchema& field,
+                             const XmlPlace& place) {
   const bool is_signed = field.Shape == Shape::kSigned;
   const unsigned bits = 8U * field.Width;
   std::uint64_t value = 0;
@@ -100,30 +107,33 @@ std::uint64_t ReadXmlInteger(std::string_view text, const FieldSchema& field, st
     value &= (std::uint64_t{1} << bits) - 1;
   const std::uint64_t half = std::uint64_t{1} << (bits - 1);
   const std::uint64_t most = is_signed ? half - 1 : half - 1 + half;
+  const bool is_plain = IsPlain(text) && text.front() != '-';
+  if (is_plain && static_cast<std::uint64_t>(ParseInt32(text)) == value) return value;
   const CString read = is_signed ? to_string(static_cast<std::int64_t>(value)) : to_string(value);
   CheckNumber(CString(field.Tag), text, is_signed ? half : 0, most, Code::kXmlValueOutOfRange, read,
-              offset, node, reporter);
+              place);
   return value;
 }
 
-std::int32_t ReadXmlAttribute(std::string_view tag, const XmlAttribute& attribute,
+std::int32_t ReadXmlAttribute(std::string_view tag, std::string_view name, std::string_view text,
                               std::int32_t least, std::int32_t most, Code code,
-                              std::uint64_t offset, const PathNode& node, CReporter& reporter) {
-  const std::int32_t value = ParseInt32(attribute.Value);
+                              const XmlPlace& place) {
+  const std::int32_t value = ParseInt32(text);
+  if (value >= least && value <= most && IsPlain(text)) return value;
   const auto bits = static_cast<std::uint32_t>(value);
-  const CString read = most == 255      ? to_string(bits & 0xFF)
-                       : most == 0x7FFF ? to_string(static_cast<std::int16_t>(bits))
-                                        : to_string(value);
-  CheckNumber(CString(attribute.Name) + " of " + CString(tag), attribute.Value,
+  const CString read = most == 255 ? to_string(bits & 0xFF)
+                       : code != Code::kXmlCoordinate && most == 0x7FFF
+                           ? to_string(static_cast<std::int16_t>(bits))
+                           : to_string(value);
+  CheckNumber(CString(name) + " of " + CString(tag), text,
               static_cast<std::uint64_t>(-std::int64_t{least}), static_cast<std::uint64_t>(most),
-              code, read, offset, node, reporter);
+              code, read, place);
   return value;
 }
 
-float ReadXmlReal(std::string_view text, const FieldSchema& field, std::uint64_t offset,
-                  const PathNode& node, CReporter& reporter) {
+float ReadXmlReal(std::string_view text, const FieldSchema& field, const XmlPlace& place) {
   if (text.empty() || text.size() > kMaxFloatLength) {
-    reporter.Report(Code::kXmlFloatLeftOut, offset, &node, [&] {
+    place.Report(Code::kXmlFloatLeftOut, [&] {
       return CString(field.Tag) +
              (text.empty() ? " has no number and is left out"
                            : " has " + to_string(text.size()) + " characters, more than the " +
@@ -146,14 +156,15 @@ float ReadXmlReal(std::string_view text, const FieldSchema& field, std::uint64_t
     if (end > sign) rest.remove_prefix(end);
   }
   if (!has_digits || !rest.empty())
-    reporter.Report(Code::kXmlValueNotRead, offset, &node, [&] {
+    place.Report(Code::kXmlValueNotRead, [&] {
       return CString(field.Tag) + ' ' + Quoted(text) + " is no number and is read as " +
              (has_digits ? CString(text.substr(0, text.size() - rest.size())) : "0");
     });
-  else if (!std::isfinite(value))
-    reporter.Report(Code::kXmlValueOutOfRange, offset, &node, [&] {
-      return CString(field.Tag) + ' ' + Quoted(text) +
-             " is beyond what the file can hold and becomes infinite";
+  else if (!std::isfinite(value) || (value == 0 && IsAboveZero(text)))
+    place.Report(Code::kXmlValueOutOfRange, [&] {
+      return CString(field.Tag) + ' ' + Quoted(text) + " is " +
+             (value == 0 ? "nearer to 0 than the file can hold and becomes 0"
+                         : "beyond what the file can hold and becomes infinite");
     });
   return value;
 }

@@ -1,11 +1,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <numeric>
 #include <optional>
 
 #include "qenzor/check/xml_text_impl.h"
-#include "qenzor/platform/code_page.h"
 
 namespace qenzor::check {
 
@@ -13,60 +11,10 @@ namespace {
 
 using std::to_string;
 
+constexpr std::string_view kNoCharacter = "\xEF\xBF\xBD";
+
 bool IsAscii(std::string_view text) {
   return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-CString Lower(std::string_view text) {
-  CString lower(text);
-  std::ranges::transform(lower, lower.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-  });
-  return lower;
-}
-
-/// How many bytes the UTF-8 character at the front takes; 0 when there is none.
-std::size_t Utf8Length(std::string_view text) {
-  const auto byte = [&](std::size_t at) {
-    return at < text.size() ? static_cast<unsigned char>(text[at]) : 0U;
-  };
-  const auto tail = [&](std::size_t at) { return (byte(at) & 0xC0U) == 0x80U; };
-  const unsigned first = byte(0);
-  if (first < 0x80) return 1;
-  if (first >= 0xC2 && first < 0xE0) return tail(1) ? 2 : 0;
-  if (first >= 0xE0 && first < 0xF0) {
-    const bool in_range = !(first == 0xE0 && byte(1) < 0xA0) && !(first == 0xED && byte(1) > 0x9F);
-    return in_range && tail(1) && tail(2) ? 3 : 0;
-  }
-  if (first >= 0xF0 && first < 0xF5) {
-    const bool in_range = !(first == 0xF0 && byte(1) < 0x90) && !(first == 0xF4 && byte(1) > 0x8F);
-    return in_range && tail(1) && tail(2) && tail(3) ? 4 : 0;
-  }
-  return 0;
-}
-
-bool IsUtf8(std::string_view text) {
-  while (!text.empty()) {
-    const std::size_t length = Utf8Length(text);
-    if (length == 0) return false;
-    text.remove_prefix(length);
-  }
-  return true;
-}
-
-/// The encoding that the declaration at the front names; empty when there is none.
-std::string_view DeclaredEncoding(std::string_view text) {
-  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
-  if (!text.starts_with("<?xml")) return {};
-  const std::string_view declaration = text.substr(0, text.find('>'));
-  constexpr std::string_view kWord = "encoding";
-  std::size_t at = declaration.find(kWord);
-  if (at == std::string_view::npos) return {};
-  at = declaration.find_first_of("\"'", at + kWord.size());
-  if (at == std::string_view::npos) return {};
-  const std::size_t end = declaration.find(declaration[at], at + 1);
-  return end == std::string_view::npos ? std::string_view()
-                                       : declaration.substr(at + 1, end - at - 1);
 }
 
 struct Reference {
@@ -93,98 +41,104 @@ std::optional<Reference> ReadReference(std::string_view text) {
   return Reference{end + 1, character};
 }
 
-}  // namespace
+/// The bytes that the parser puts for a character's number.
+CString BytesOf(std::uint32_t character, bool as_utf8) {
+  constexpr std::uint32_t kBasicEnd = 0x10000;
+  if (!as_utf8 || character < 0x80) return {static_cast<char>(character)};
+  if (character < kBasicEnd) {
+    const auto unit = static_cast<char16_t>(character);
+    return EncodeText({&unit, 1}, TextEncoding::kUtf8);
+  }
+  const std::array<char16_t, 2> pair{static_cast<char16_t>(0xD7C0 + (character >> 10)),
+                                     static_cast<char16_t>(0xDC00 | (character & 0x3FF))};
+  return EncodeText({pair.data(), pair.size()}, TextEncoding::kUtf8);
+}
 
-CString ReadXmlText(std::string_view raw, bool is_cdata, std::uint64_t offset, const PathNode& node,
-                    CReporter& reporter) {
+CString ReadCData(std::string_view raw) {
   CString text;
   text.reserve(raw.size());
-  if (is_cdata) return text.append(raw);
-  for (std::size_t at = 0; at < raw.size();) {
-    const char c = raw[at];
-    if (IsXmlSpace(c)) {
-      // A run of white space is one space.
-      while (at < raw.size() && IsXmlSpace(raw[at])) ++at;
-      text += ' ';
-      continue;
-    }
-    if (c != '&') {
-      text += c;
-      ++at;
-      continue;
-    }
-    const std::optional<Reference> reference = ReadReference(raw.substr(at));
-    if (!reference.has_value()) {
-      reporter.Report(Code::kXmlBareAmpersand, offset + at, &node, [] {
-        return "this ampersand begins no reference that is known and is dropped; write &amp;";
-      });
-      ++at;
-      continue;
-    }
-    if (reference->Character > 0x7F)
-      reporter.Report(Code::kXmlCharacterReference, offset + at, &node, [&] {
-        return CString(raw.substr(at, reference->Length)) +
-               " stands for one byte, not for a character; write the character itself";
-      });
-    text += static_cast<char>(reference->Character);
-    at += reference->Length;
+  for (std::size_t i = 0; i < raw.size(); ++i) {
+    if (raw[i] == '\r' && raw.substr(i + 1).starts_with('\n')) continue;
+    text += raw[i] == '\r' ? '\n' : raw[i];
   }
   return text;
 }
 
-CStringW ReadXmlWideText(std::string_view text, std::string_view tag, std::uint64_t offset,
-                         const PathNode& node, CReporter& reporter) {
-  CStringW wide = WidenText(text);
-  if (!IsAscii(text) && wide.find(u'\xFFFD') != CStringW::npos)
-    reporter.Report(Code::kXmlNotInCodePage, offset, &node, [&] {
-      return to_string(std::ranges::count(wide, u'\xFFFD')) + " bytes of " + CString(tag) +
-             " are no characters of code page 932 and become U+FFFD";
-    });
-  return wide;
-}
+}  // namespace
 
-void CheckXmlEncoding(std::string_view text, CReporter& reporter) {
-  constexpr std::array<std::string_view, 9> kNames{"shift_jis", "shift-jis",   "sjis",
-                                                   "x-sjis",    "windows-31j", "cp932",
-                                                   "ms932",     "csshiftjis",  "ms_kanji"};
-  const std::string_view encoding = DeclaredEncoding(text);
-  if (!encoding.empty() && std::ranges::find(kNames, Lower(encoding)) == kNames.end())
-    reporter.Report(Code::kXmlEncoding, static_cast<std::uint64_t>(encoding.data() - text.data()),
-                    nullptr, [&] {
-                      return "the declaration names " + CString(encoding) +
-                             ", but the text is read as Shift_JIS (code page 932)";
-                    });
-  const auto* const beyond =
-      std::ranges::find_if(text, [](char c) { return static_cast<unsigned char>(c) > 0x7F; });
-  if (beyond == text.end() || !IsUtf8(text)) return;
-  reporter.Report(
-      Code::kXmlLooksUtf8, static_cast<std::uint64_t>(beyond - text.begin()), nullptr,
-      [] { return "the text looks like UTF-8, but is read as Shift_JIS (code page 932)"; });
-}
-
-void CSpelling::Try(std::string_view candidate) {
-  const CString from = Lower(m_word);
-  const CString to = Lower(candidate);
-  const std::size_t most = std::min(m_distance, 1 + to.size() / 4);
-  if (from.size() > to.size() + most || to.size() > from.size() + most) return;
-  // The fewest letters to change, put in or take out.
-  std::vector<std::size_t> row(to.size() + 1);
-  std::iota(row.begin(), row.end(), 0U);
-  for (const char letter : from) {
-    std::size_t diagonal = row[0]++;
-    for (std::size_t j = 0; j < to.size(); ++j) {
-      const std::size_t change = diagonal + (letter == to[j] ? 0 : 1);
-      diagonal = row[j + 1];
-      row[j + 1] = std::min({change, row[j] + 1, diagonal + 1});
+CString ReadXmlText(std::string_view raw, XmlTextKind kind, bool parsed_as_utf8,
+                    TextEncoding encoding, const XmlPlace& place) {
+  if (kind == XmlTextKind::kCData) return ReadCData(raw);
+  CString text;
+  text.reserve(raw.size());
+  for (std::size_t at = 0; at < raw.size();) {
+    const char c = raw[at];
+    if (c == '&') {
+      const std::optional<Reference> reference = ReadReference(raw.substr(at));
+      if (!reference.has_value()) {
+        place.Behind(at).Report(Code::kXmlBareAmpersand, [] {
+          return "this ampersand begins no reference that is known and is dropped; write &amp;";
+        });
+        ++at;
+        continue;
+      }
+      const std::uint32_t character = reference->Character;
+      const auto as_it_stands = [&] { return CString(raw.substr(at, reference->Length)); };
+      if (character == 0) {
+        place.Behind(at).Report(Code::kXmlCharacterReference, [&] {
+          return as_it_stands() + " stands for a NUL, at which the text ends";
+        });
+        return text;
+      }
+      if (character > 0x7F && !(parsed_as_utf8 && encoding == TextEncoding::kUtf8))
+        place.Behind(at).Report(Code::kXmlCharacterReference, [&] {
+          return as_it_stands() +
+                 " does not stand for the character of that number in a text that is read as "
+                 "Shift_JIS; write the character itself";
+        });
+      text += BytesOf(character, parsed_as_utf8);
+      at += reference->Length;
+    } else if (kind == XmlTextKind::kText && IsXmlSpace(c)) {
+      while (at < raw.size() && IsXmlSpace(raw[at])) ++at;
+      text += ' ';
+    } else {
+      const std::size_t length = parsed_as_utf8 ? CXmlScanner::CharacterLength(c) : 1;
+      text += raw.substr(at, length);
+      at += length;
     }
   }
-  if (row.back() >= m_distance || row.back() > most) return;
-  m_distance = row.back();
-  m_nearest = candidate;
+  return text;
 }
 
-CString CSpelling::Suggest() const {
-  return m_nearest.empty() ? CString() : "; did you mean " + CString(m_nearest) + '?';
+CStringW ReadXmlWideText(std::string_view text, const FieldSchema& field, TextEncoding encoding,
+                         const XmlPlace& place) {
+  CStringW wide = DecodeText(text, encoding);
+  if (IsAscii(text)) return wide;
+  auto lost = std::ranges::count(wide, u'\xFFFD');
+  for (std::size_t at = text.find(kNoCharacter);
+       lost > 0 && encoding == TextEncoding::kUtf8 && at != std::string_view::npos;
+       at = text.find(kNoCharacter, at + kNoCharacter.size()))
+    --lost;
+  if (lost > 0)
+    place.Report(Code::kXmlNotInCodePage, [&] {
+      return to_string(lost) + (lost == 1 ? " byte of " : " bytes of ") + CString(field.Tag) +
+             (lost == 1 ? " is no character" : " are no characters") + " of " +
+             (encoding == TextEncoding::kUtf8 ? "UTF-8" : "code page 932") + " and " +
+             (lost == 1 ? "becomes" : "become") + " U+FFFD";
+    });
+  if (field.Role != Role::kImageName || encoding == TextEncoding::kCodePage) return wide;
+  CStringW kept = WidenText(NarrowText(wide));
+  if (kept != wide)
+    place.Report(Code::kXmlNameNotInCodePage, [&] {
+      return CString(field.Tag) +
+             " has characters without a form in code page 932, which become question marks";
+    });
+  return kept;
+}
+
+CString Quoted(std::string_view text) {
+  constexpr std::size_t kMost = 40;
+  return '"' + CString(text.substr(0, kMost)) + (text.size() > kMost ? "...\"" : "\"");
 }
 
 }  // namespace qenzor::check

@@ -6,104 +6,89 @@ namespace qenzor::check {
 
 namespace {
 
-bool IsNameStart(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte >= 127 || c == '_';
+constexpr std::string_view kCDataBegin = "<![CDATA[";
+constexpr std::string_view kCDataEnd = "]]>";
+
+void SkipSpace(std::string_view& text) {
+  while (!text.empty() && IsXmlSpace(text.front())) text.remove_prefix(1);
 }
-bool IsNameChar(char c) {
-  return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
+
+/// Takes the front of the text, up to one of these characters.
+std::string_view TakeUpTo(std::string_view& text, std::string_view ends) {
+  const std::string_view part = text.substr(0, text.find_first_of(ends));
+  text.remove_prefix(part.size());
+  return part;
+}
+
+bool StartsWithDocType(std::string_view text) {
+  constexpr std::string_view kWord = "<!doctype";
+  return text.size() >= kWord.size() &&
+         std::ranges::equal(kWord, text.substr(0, kWord.size()),
+                            [](char word, char c) { return word == c || word == c + 32; });
 }
 
 }  // namespace
 
-void CXmlTokens::SkipSpace() {
-  while (m_at < m_text.size() && IsXmlSpace(m_text[m_at])) ++m_at;
-}
-
-std::string_view CXmlTokens::Name() {
-  const std::size_t from = m_at;
-  while (m_at < m_text.size() && IsNameChar(m_text[m_at])) ++m_at;
-  return m_text.substr(from, m_at - from);
-}
-
 CXmlTokens::Kind CXmlTokens::Next() {
+  using Event = CXmlScanner::Event;
   if (m_stopped) return Kind::kStop;
-  if (m_at == 0 && m_text.starts_with("\xEF\xBB\xBF")) m_at = 3;
-  SkipSpace();
-  m_offset = m_at;
-  if (m_at == m_text.size()) return Stop();
-  if (m_text[m_at] != '<') {
-    const std::size_t end = std::min(m_text.find('<', m_at), m_text.size());
-    m_content = m_text.substr(m_at, end - m_at);
-    while (IsXmlSpace(m_content.back())) m_content.remove_suffix(1);
-    m_at = end;
-    return Kind::kText;
-  }
-  const std::string_view rest = m_text.substr(m_at);
-  if (rest.size() > 1 && IsNameStart(rest[1])) return Tag();
-  if (rest.starts_with("</")) return EndTag();
-  if (rest.starts_with("<!--")) return Enclosed("<!--", "-->", Kind::kOther);
-  if (rest.starts_with("<![CDATA[")) return Enclosed("<![CDATA[", "]]>", Kind::kCData);
-  return Enclosed("<", ">", Kind::kOther);
-}
-
-CXmlTokens::Kind CXmlTokens::Enclosed(std::string_view begin, std::string_view end, Kind kind) {
-  const std::size_t from = m_at + begin.size();
-  const std::size_t to = m_text.find(end, from);
-  if (to == std::string_view::npos) return Stop();
-  m_content = m_text.substr(from, to - from);
-  m_at = to + end.size();
-  return kind;
-}
-
-CXmlTokens::Kind CXmlTokens::EndTag() {
-  m_at += 2;
-  m_content = Name();
-  SkipSpace();
-  if (m_at == m_text.size() || m_text[m_at] != '>') return Stop();
-  ++m_at;
-  return Kind::kEnd;
-}
-
-CXmlTokens::Kind CXmlTokens::Tag() {
-  ++m_at;
-  m_content = Name();
-  m_attributes.clear();
-  while (true) {
-    SkipSpace();
-    if (m_text.substr(m_at).starts_with("/>")) {
-      m_at += 2;
-      return Kind::kEmpty;
-    }
-    if (m_text.substr(m_at).starts_with('>')) {
-      ++m_at;
+  m_from = m_scanner.GetPosition();
+  switch (m_scanner.Step(m_text.substr(m_scanner.GetPosition()), true)) {
+    case Event::kStart:
+      ReadTag(m_text.substr(m_scanner.GetMarkup(), m_scanner.GetPosition() - GetOffset()));
       return Kind::kStart;
-    }
-    if (!Attribute()) return Stop();
+    case Event::kEmpty:
+      ReadTag(m_text.substr(m_scanner.GetMarkup(), m_scanner.GetPosition() - GetOffset()));
+      return Kind::kEmpty;
+    case Event::kEnd:
+      m_content = m_text.substr(GetOffset() + 2, m_scanner.GetPosition() - GetOffset() - 3);
+      m_content = TakeUpTo(m_content, " \t\n\v\f\r");
+      return Kind::kEnd;
+    case Event::kPassed:
+      return Passed();
+    default:
+      m_stopped = true;
+      return Kind::kStop;
   }
 }
 
-/// Name, '=' and value, which may lack its quotes.
-bool CXmlTokens::Attribute() {
-  XmlAttribute attribute{Name(), {}};
-  SkipSpace();
-  if (attribute.Name.empty() || !m_text.substr(m_at).starts_with('=')) return false;
-  ++m_at;
-  SkipSpace();
-  if (m_at == m_text.size()) return false;
-  const char quote = m_text[m_at];
-  if (quote == '"' || quote == '\'') {
-    const std::size_t end = m_text.find(quote, m_at + 1);
-    if (end == std::string_view::npos) return false;
-    attribute.Value = m_text.substr(m_at + 1, end - m_at - 1);
-    m_at = end + 1;
-  } else {
-    const std::size_t end = std::min(m_text.find_first_of(" \t\n\v\f\r/>\"'", m_at), m_text.size());
-    attribute.Value = m_text.substr(m_at, end - m_at);
-    m_at = end;
+CXmlTokens::Kind CXmlTokens::Passed() {
+  m_content = m_text.substr(GetOffset(), m_scanner.GetPosition() - GetOffset());
+  switch (m_scanner.GetKind()) {
+    case CXmlScanner::Kind::kText:
+      while (!m_content.empty() && IsXmlSpace(m_content.back())) m_content.remove_suffix(1);
+      return Kind::kText;
+    case CXmlScanner::Kind::kCData:
+      m_content.remove_prefix(kCDataBegin.size());
+      m_content.remove_suffix(kCDataEnd.size());
+      return Kind::kCData;
+    default:
+      return m_content.starts_with("<?") || m_content.starts_with("<!--") ||
+                     StartsWithDocType(m_content)
+                 ? Kind::kOther
+                 : Kind::kUnknown;
   }
-  m_attributes.push_back(attribute);
-  return true;
+}
+
+/// Takes apart a tag that is known to be one.
+void CXmlTokens::ReadTag(std::string_view tag) {
+  m_attributes.clear();
+  tag.remove_prefix(1);
+  tag.remove_suffix(tag.ends_with("/>") ? 2 : 1);
+  m_content = TakeUpTo(tag, " \t\n\v\f\r");
+  for (SkipSpace(tag); !tag.empty(); SkipSpace(tag)) {
+    XmlAttribute attribute{TakeUpTo(tag, "= \t\n\v\f\r"), {}};
+    SkipSpace(tag);
+    if (!tag.starts_with('=')) return;
+    tag.remove_prefix(1);
+    SkipSpace(tag);
+    const bool is_quoted = tag.starts_with('"') || tag.starts_with('\'');
+    const std::string_view quote = tag.substr(0, is_quoted ? 1 : 0);
+    tag.remove_prefix(quote.size());
+    attribute.Value = TakeUpTo(tag, is_quoted ? quote : " \t\n\v\f\r/>\"'");
+    tag.remove_prefix(std::min(quote.size(), tag.size()));
+    m_attributes.push_back(attribute);
+  }
 }
 
 }  // namespace qenzor::check

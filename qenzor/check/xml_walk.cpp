@@ -1,12 +1,9 @@
 #include <algorithm>
 #include <array>
-#include <limits>
 
-#include "qenzor/check/xml_text_impl.h"
+#include "qenzor/check/xml_values_impl.h"
 #include "qenzor/check/xml_walk_impl.h"
 #include "qenzor/core/stored_text.h"
-#include "qenzor/platform/strings.h"
-#include "qenzor/qen/cmb_lbl_obj.h"
 #include "qenzor/qen/map_data.h"
 #include "qenzor/qen/url_info.h"
 
@@ -20,20 +17,8 @@ using Kind = CXmlTokens::Kind;
 constexpr std::string_view kNoAttributes;
 /// Lists with 16-bit counts hold so many; so do index lists before they come round.
 constexpr std::uint64_t kMaxListLength = 65535;
-
-/// The attributes that an element of a shape has; each a letter.
-std::string_view AttributesOf(Shape shape) {
-  switch (shape) {
-    case Shape::kColor:
-      return "ARGB";
-    case Shape::kRect:
-      return "WSEN";
-    case Shape::kPoint:
-      return "xy";
-    default:
-      return kNoAttributes;
-  }
-}
+/// Some readers count points in signed 16 bits.
+constexpr std::uint64_t kMaxPoints = 32767;
 
 // NOLINTNEXTLINE(misc-no-recursion): as deep as the field lists
 bool HasField(std::span<const FieldSchema> fields, std::string_view tag) {
@@ -49,29 +34,74 @@ bool IsKnownTag(std::string_view tag) {
   return HasField(QenSchema().InfoFields, tag);
 }
 
+/// The tags of classes that have elements of this one.
+std::vector<std::string_view> PlacesOf(std::string_view tag) {
+  std::vector<std::string_view> places;
+  const ClassSchema* const element = FindClass(tag);
+  for (const ClassSchema* schema : AllClasses())
+    if (schema != nullptr &&
+        (HasField(schema->Fields, tag) ||
+         (element != nullptr && schema->IsSet && schema->Accepts(element->Id))))
+      places.push_back(schema->Tag);
+  return places;
+}
+
+/// A list as a message shows it: nothing of one that is long.
+CString Listed(const char* before, std::span<const std::string_view> words, const char* last) {
+  constexpr std::size_t kMost = 9;
+  CString text;
+  if (words.size() > kMost) return text;
+  for (std::size_t i = 0; i < words.size(); ++i)
+    text += (i == 0 ? before : i + 1 == words.size() ? last : ", ") + CString(words[i]);
+  return text;
+}
+
+/// The bytes of stored fields up to the elements of an array, where texts have so many units.
+// NOLINTNEXTLINE(misc-no-recursion): as deep as the field lists
+std::uint32_t FrontSize(std::span<const FieldSchema> fields, std::size_t text_units) {
+  std::uint32_t size = 0;
+  for (const FieldSchema& field : fields) {
+    if (field.CountWidth != 0) return size + field.CountWidth;
+    if (field.Shape == Shape::kGroup)
+      size += FrontSize(field.Members, text_units);
+    else if (field.Shape == Shape::kText)
+      size += kStoredTextCountSize +
+              (text_units == 0 ? 0 : 2 * (static_cast<std::uint32_t>(text_units) + 1));
+    else
+      size += field.Size;
+  }
+  return size;
+}
+
 class CXmlWalk {
  public:
   CXmlWalk(std::string_view text, CReporter& reporter, CContentListener& listener)
-      : m_tokens(text), m_reporter(reporter), m_listener(listener) {}
+      : m_tokens(text, reporter.GetOptions().Encoding),
+        m_values(m_tokens, reporter, listener),
+        m_reporter(reporter),
+        m_listener(listener) {}
 
   void WalkDocument(const DocumentSchema& schema) {
-    Kind kind = m_tokens.Next();
-    while (kind == Kind::kOther) kind = m_tokens.Next();
-    if (kind != Kind::kStart && kind != Kind::kEmpty) return;
     PathNode root{nullptr, schema.Tag};
-    CheckAttributes(root, schema.Tag, kNoAttributes);
+    Kind kind = Kind::kOther;
+    while (kind == Kind::kOther)
+      if (!Next(root, kind)) return;
+    if (!IsElement(kind)) return;
+    m_values.CheckAttributes(root, schema.Tag, kNoAttributes);
     const std::array<FieldSchema, 2> parts = Parts(schema);
     const std::uint64_t offset = m_tokens.GetOffset();
-    WalkFields({root, schema.Tag, parts, offset, kind == Kind::kEmpty});
+    WalkFields({root, schema.Tag, parts, offset, kind == Kind::kEmpty, nullptr});
+    if (m_is_cut) return;
     if (!m_has_root && schema.Root->Id == CQenMapData::kChunkId)
       m_reporter.Report(Code::kXmlNoMapData, offset, &root, [] {
         return "there is no QenMapData element: a map without map data cannot be written";
       });
-    while ((kind = m_tokens.Next()) != Kind::kStop)
-      if (kind != Kind::kOther)
-        return m_reporter.Report(Code::kXmlAfterRoot, m_tokens.GetOffset(), &root, [&] {
-          return "what stands behind the end of " + CString(schema.Tag) + " is dropped";
-        });
+    do kind = m_tokens.Next();
+    while (kind == Kind::kOther);
+    if (kind != Kind::kStop || !m_tokens.IsAtEnd())
+      m_reporter.Report(Code::kXmlAfterRoot, m_tokens.GetOffset(), &root, [&] {
+        return "what stands behind the end of " + CString(schema.Tag) + " is dropped";
+      });
   }
 
  private:
@@ -82,6 +112,7 @@ class CXmlWalk {
     std::span<const FieldSchema> Fields;
     std::uint64_t Offset;
     bool IsEmpty;
+    const ClassSchema* Schema;  ///< null for what is no chunk
   };
   /// What has been seen of the fields of one container.
   struct Seen {
@@ -97,9 +128,12 @@ class CXmlWalk {
     return {info, root};
   }
 
-  /// The next piece inside an element; nothing at its end tag.
-  bool Next(Kind& kind) {
-    kind = m_reporter.IsStopped() ? Kind::kStop : m_tokens.Next();
+  /// The next piece inside an element; false at its end tag.
+  bool Next(const PathNode& node, Kind& kind) {
+    do {
+      kind = m_reporter.IsStopped() ? Kind::kStop : m_tokens.Next();
+      if (kind == Kind::kUnknown) ReportUnknown(node);
+    } while (kind == Kind::kUnknown);
     m_is_cut = m_is_cut || kind == Kind::kStop;
     return kind != Kind::kEnd && kind != Kind::kStop;
   }
@@ -116,31 +150,23 @@ class CXmlWalk {
     }
   }
 
-  void CheckAttributes(const PathNode& node, std::string_view tag, std::string_view known) {
-    for (const XmlAttribute& attribute : m_tokens.GetAttributes()) {
-      if (attribute.Name.size() == 1 && known.find(attribute.Name[0]) != std::string_view::npos)
-        continue;
-      m_reporter.Report(Code::kXmlUnknownAttribute, m_tokens.OffsetOf(attribute.Name), &node, [&] {
-        CSpelling spelling(attribute.Name);
-        for (std::size_t i = 0; i < known.size(); ++i) spelling.Try(known.substr(i, 1));
-        return CString(tag) + " has no attribute " + CString(attribute.Name) +
-               ": it is passed over" + spelling.Suggest();
-      });
-    }
+  void ReportUnknown(const PathNode& node) {
+    m_reporter.Report(Code::kXmlNotATag, m_tokens.GetOffset(), &node, [&] {
+      return Quoted(m_tokens.GetContent()) +
+             " is no tag, since no name follows the < at once, and is dropped";
+    });
   }
 
   void ReportStray(const PathNode& node, std::string_view tag) {
     m_reporter.Report(Code::kXmlStrayText, m_tokens.GetOffset(), &node, [&] {
-      constexpr std::size_t kMost = 40;
-      const std::string_view text = m_tokens.GetContent();
-      return "the text \"" + CString(text.substr(0, kMost)) +
-             (text.size() > kMost ? "...\"" : "\"") + " stands in " + CString(tag) +
+      return "the text " + Quoted(m_tokens.GetContent()) + " stands in " + CString(tag) +
              ", which has none, and is dropped";
     });
   }
 
   // NOLINTBEGIN(misc-no-recursion): the parser has seen to it that elements do not nest too deep
 
+  /// Taken are the tags that have a place there.
   void ReportDropped(const PathNode& node, std::string_view inside,
                      std::span<const std::string_view> taken) {
     const std::string_view tag = m_tokens.GetContent();
@@ -149,15 +175,20 @@ class CXmlWalk {
                       m_tokens.GetOffset(), &node, [&] {
                         CSpelling spelling(tag);
                         for (const std::string_view candidate : taken) spelling.Try(candidate);
+                        CString proposal = spelling.Suggest();
+                        if (proposal.empty() && is_known)
+                          proposal = Listed("; its place is in ", PlacesOf(tag), " or ");
+                        else if (proposal.empty())
+                          proposal = Listed("; there stand ", taken, " and ");
                         return CString(tag) + " has no place in " + CString(inside) +
-                               " and is dropped" + spelling.Suggest();
+                               " and is dropped" + proposal;
                       });
   }
 
   void WalkFields(const Container& in) {
     Seen seen;
     Kind kind{};
-    while (!in.IsEmpty && Next(kind)) {
+    while (!in.IsEmpty && Next(in.Node, kind)) {
       if (kind == Kind::kText || kind == Kind::kCData) ReportStray(in.Node, in.Tag);
       if (!IsElement(kind)) continue;
       const std::string_view tag = m_tokens.GetContent();
@@ -202,7 +233,26 @@ class CXmlWalk {
           return to_string(count) + " elements " + CString(field.Tag) +
                  " are more than can be stored (" + to_string(kMaxListLength) + ")";
         });
+      else if (field.CountWidth != 0 && field.Shape == Shape::kPoint && count > kMaxPoints)
+        m_reporter.Report(Code::kTooManyPoints, in.Offset, &in.Node, [&] {
+          return to_string(count) + " points, more than the " + to_string(kMaxPoints) +
+                 " that all readers take";
+        });
+      if (field.CountWidth != 0 && in.Schema != nullptr && in.Schema->Consumed != nullptr)
+        CheckFront(in, field, count);
     }
+  }
+
+  /// A name that is so long that the bytes in front of an array cannot be counted.
+  void CheckFront(const Container& in, const FieldSchema& field, std::uint64_t count) {
+    const std::uint32_t before = FrontSize(in.Fields, m_values.GetTextLength());
+    const std::uint32_t all = before + static_cast<std::uint32_t>(count * field.Size);
+    if (in.Schema->Consumed(before, all) != all)
+      m_reporter.Report(Code::kXmlTextTooLong, in.Offset, &in.Node, [&] {
+        return CString(in.Fields.front().Members.front().Tag) + " of " +
+               to_string(m_values.GetTextLength()) +
+               " characters is so long that the fields' bytes cannot be counted";
+      });
   }
 
   void WalkField(PathNode& node, const FieldSchema& field, Kind kind) {
@@ -216,31 +266,32 @@ class CXmlWalk {
         return WalkChunk(inside, *field.Class, kind);
       }
       case Shape::kGroup: {
-        CheckAttributes(node, field.Tag, kNoAttributes);
+        m_values.CheckAttributes(node, field.Tag, kNoAttributes);
         const bool is_empty = kind == Kind::kEmpty;
         // The file info alone is a level of the path.
         if (node.Parent != nullptr)
-          return WalkFields({node, field.Tag, field.Members, offset, is_empty});
+          return WalkFields({node, field.Tag, field.Members, offset, is_empty, nullptr});
         PathNode inside{&node, field.Tag};
-        return WalkFields({inside, field.Tag, field.Members, offset, is_empty});
+        return WalkFields({inside, field.Tag, field.Members, offset, is_empty, nullptr});
       }
       case Shape::kRecord:
-        CheckAttributes(node, field.Tag, kNoAttributes);
+        m_values.CheckAttributes(node, field.Tag, kNoAttributes);
         m_listener.Record(node, field, offset);
-        return WalkFields({node, field.Tag, field.Members, offset, kind == Kind::kEmpty});
+        return WalkFields({node, field.Tag, field.Members, offset, kind == Kind::kEmpty, nullptr});
       case Shape::kColor:
       case Shape::kPoint:
       case Shape::kRect:
-        return WalkAttributes(node, field, kind);
+        m_values.TakeAttributes(node, field);
+        return SkipContent(node, field.Tag, kind);
       default:
-        CheckAttributes(node, field.Tag, kNoAttributes);
-        return WalkValue(node, field, kind);
+        m_values.CheckAttributes(node, field.Tag, kNoAttributes);
+        return m_values.Take(node, field, ReadValue(node, field, kind));
     }
   }
 
   void WalkChunk(PathNode& node, const ClassSchema& schema, Kind kind) {
     const std::uint64_t offset = m_tokens.GetOffset();
-    CheckAttributes(node, schema.Tag, kNoAttributes);
+    m_values.CheckAttributes(node, schema.Tag, kNoAttributes);
     m_listener.Open(node, schema, offset);
     std::uint64_t kept = 0;
     if (schema.Id == CUrlInfo::kChunkId)
@@ -248,14 +299,14 @@ class CXmlWalk {
     else if (schema.IsSet)
       kept = WalkSet(node, schema, kind);
     else
-      WalkFields({node, schema.Tag, schema.Fields, offset, kind == Kind::kEmpty});
+      WalkFields({node, schema.Tag, schema.Fields, offset, kind == Kind::kEmpty, &schema});
     m_listener.Close(node, schema, kept);
   }
 
   std::uint64_t WalkSet(PathNode& node, const ClassSchema& schema, Kind kind) {
     std::uint64_t kept = 0;
     const bool is_empty = kind == Kind::kEmpty;
-    while (!is_empty && Next(kind)) {
+    while (!is_empty && Next(node, kind)) {
       if (kind == Kind::kText || kind == Kind::kCData) ReportStray(node, node.Tag);
       if (!IsElement(kind)) continue;
       const ClassSchema* const element = FindClass(m_tokens.GetContent());
@@ -277,7 +328,7 @@ class CXmlWalk {
   /// A link is the text that stands directly in its element.
   void WalkUrl(PathNode& node, const FieldSchema& field, Kind kind) {
     const std::uint64_t offset = m_tokens.GetOffset();
-    const Content content = ReadContent(node, field.Tag, kind, [&](Kind inside) {
+    const XmlContent content = ReadContent(node, field.Tag, kind, [&](Kind inside) {
       if (m_tokens.GetContent() == field.Tag)
         m_reporter.Report(Code::kXmlUrlText, m_tokens.GetOffset(), &node, [] {
           return "the link stands in an element Text, where it is not read; put it directly into "
@@ -287,23 +338,17 @@ class CXmlWalk {
         ReportDropped(node, node.Tag, {});
       SkipElement(inside);
     });
-    TakeText(node, field, content, offset);
+    m_values.TakeText(node, field, content, offset);
   }
-
-  /// The text of an element, and where it stands.
-  struct Content {
-    CString Text;
-    std::uint64_t Offset = 0;
-  };
 
   /// Reads on to the end of an element that holds text; on_element is given elements inside.
   template <class OnElement>
-  Content ReadContent(const PathNode& node, std::string_view tag, Kind kind,
-                      OnElement&& on_element) {
-    Content content;
+  XmlContent ReadContent(const PathNode& node, std::string_view tag, Kind kind,
+                         OnElement&& on_element) {
+    XmlContent content;
     content.Offset = m_tokens.GetOffset();
     if (kind == Kind::kEmpty) return content;
-    for (bool is_first = true; Next(kind); is_first = false) {
+    for (bool is_first = true; Next(node, kind); is_first = false) {
       const std::string_view raw = m_tokens.GetContent();
       if (IsElement(kind)) {
         on_element(kind);
@@ -311,7 +356,8 @@ class CXmlWalk {
         continue;
       } else if (is_first) {
         content.Offset = m_tokens.OffsetOf(raw);
-        content.Text = ReadXmlText(raw, kind == Kind::kCData, content.Offset, node, m_reporter);
+        content.Text = m_values.ReadText(
+            raw, kind == Kind::kCData ? XmlTextKind::kCData : XmlTextKind::kText, node);
       } else if (!raw.empty()) {
         m_reporter.Report(Code::kXmlValueNotRead, m_tokens.GetOffset(), &node, [&] {
           return "this part of " + CString(tag) +
@@ -322,121 +368,17 @@ class CXmlWalk {
     return content;
   }
 
-  Content ReadValue(const PathNode& node, const FieldSchema& field, Kind kind) {
+  XmlContent ReadValue(const PathNode& node, const FieldSchema& field, Kind kind) {
     return ReadContent(node, field.Tag, kind, [&](Kind inside) {
       ReportDropped(node, field.Tag, {});
       SkipElement(inside);
     });
   }
 
-  void WalkValue(PathNode& node, const FieldSchema& field, Kind kind) {
-    const Content content = ReadValue(node, field, kind);
-    const std::uint64_t at = content.Offset;
-    switch (field.Shape) {
-      case Shape::kText:
-        return TakeText(node, field, content, at);
-      case Shape::kFloat:
-        return m_listener.Real(node, field, ReadXmlReal(content.Text, field, at, node, m_reporter),
-                               at);
-      case Shape::kIdent:
-        return TakeIdent(node, content);
-      case Shape::kMagic:
-        return TakeMagic(node, field, content);
-      default:
-        return TakeInteger(node, field, content);
-    }
-  }
-
-  // NOLINTEND(misc-no-recursion)
-
-  void TakeInteger(PathNode& node, const FieldSchema& field, const Content& content) {
-    const std::uint64_t value =
-        ReadXmlInteger(content.Text, field, content.Offset, node, m_reporter);
-    if (field.Role == Role::kNone) return;
-    if (field.Role == Role::kMeshSegmentNo || field.Role == Role::kLayerNo ||
-        field.Role == Role::kZId)
-      node.Number = value;
-    m_listener.Integer(node, field, value, content.Offset);
-  }
-
-  void TakeMagic(const PathNode& node, const FieldSchema& field, const Content& content) {
-    constexpr std::string_view kMagicText = "0x4041";
-    if (content.Text == kMagicText) return m_listener.Integer(node, field, 0x4041, content.Offset);
-    m_reporter.Report(Code::kXmlValueNotRead, content.Offset, &node, [&] {
-      return content.Text.starts_with(kMagicText)
-                 ? CString("Magic has more than 0x4041, which alone is read")
-                 : CString("Magic is not 0x4041 and is left out");
-    });
-  }
-
-  void TakeIdent(const PathNode& node, const Content& content) {
-    constexpr std::size_t kLength = 6;
-    if (content.Text.size() != kLength)
-      m_reporter.Report(Code::kXmlIdentLength, content.Offset, &node, [&] {
-        return "Ident has " + to_string(content.Text.size()) + " bytes; six are kept";
-      });
-    CString ident = content.Text.substr(0, kLength);
-    ident.resize(kLength, '\0');
-    m_listener.Ident(node, ident + "\r\n\x1A", content.Offset);
-  }
-
-  void TakeText(const PathNode& node, const FieldSchema& field, const Content& content,
-                std::uint64_t at) {
-    CStringW text = ReadXmlWideText(content.Text, field.Tag, at, node, m_reporter);
-    // A label's text alone undoes its escapes, which are longer than what they stand for.
-    if (node.Id == CCmbLblObj::kChunkId) {
-      ReplaceAll(text, CStringW(u"<br />"), CStringW(u"\n"));
-      ReplaceAll(text, CStringW(u"&nbsp;"), CStringW(u" "));
-    }
-    const std::size_t most = std::min<std::size_t>(field.MaxBytes / 2 - 1, kMaxStoredTextUnits);
-    if (text.size() > most)
-      m_reporter.Report(Code::kXmlTextTooLong, at, &node, [&] {
-        return CString(field.Tag) + " of " + to_string(text.size()) +
-               " characters is too long to be stored (at most " + to_string(most) + ")";
-      });
-    if (m_listener.WantsMore()) m_listener.Text(node, field, text, at);
-  }
-
-  void WalkAttributes(const PathNode& node, const FieldSchema& field, Kind kind) {
-    const std::uint64_t offset = m_tokens.GetOffset();
-    const std::string_view known = AttributesOf(field.Shape);
-    std::array<std::int32_t, 4> values{};
-    const bool is_short = field.Width == 2;
-    // 32 bits in memory do not fit into 16 in the file; a displacement is cut when it is read.
-    const Code outside =
-        is_short && !field.IsCutInMemory ? Code::kXmlCoordinate : Code::kXmlValueOutOfRange;
-    const std::int32_t most = field.Shape == Shape::kColor ? 255
-                              : is_short                   ? 0x7FFF
-                                         : std::numeric_limits<std::int32_t>::max();
-    const std::int32_t least = field.Shape == Shape::kColor ? 0 : -most - 1;
-    std::uint32_t present = 0;
-    for (const XmlAttribute& attribute : m_tokens.GetAttributes()) {
-      const std::size_t at =
-          attribute.Name.size() == 1 ? known.find(attribute.Name[0]) : std::string_view::npos;
-      if (at == std::string_view::npos) continue;
-      present |= 1U << at;
-      values.at(at) = ReadXmlAttribute(field.Tag, attribute, least, most, outside,
-                                       m_tokens.OffsetOf(attribute.Value), node, m_reporter);
-    }
-    if (m_tokens.GetAttributes().size() != known.size() || present != (1U << known.size()) - 1) {
-      CheckAttributes(node, field.Tag, known);
-      for (std::size_t i = 0; i < known.size(); ++i)
-        if ((present >> i & 1) == 0)
-          m_reporter.Report(Code::kXmlMissingAttribute, offset, &node, [&] {
-            return CString(field.Tag) + " has no attribute " + known[i] + ", which counts as 0";
-          });
-    }
-    if (field.Shape == Shape::kPoint && m_listener.WantsMore())
-      m_listener.Point(node, field, {values[0], values[1]}, offset);
-    if (field.Shape == Shape::kRect)
-      m_listener.Rect(node, field, {values[0], values[1], values[2], values[3]}, offset);
-    SkipContent(node, field.Tag, kind);
-  }
-
   /// Passes over what an element without content holds all the same.
   void SkipContent(const PathNode& node, std::string_view tag, Kind kind) {
     const bool is_empty = kind == Kind::kEmpty;
-    while (!is_empty && Next(kind)) {
+    while (!is_empty && Next(node, kind)) {
       if (kind == Kind::kText || kind == Kind::kCData) ReportStray(node, tag);
       if (!IsElement(kind)) continue;
       ReportDropped(node, tag, {});
@@ -444,7 +386,10 @@ class CXmlWalk {
     }
   }
 
+  // NOLINTEND(misc-no-recursion)
+
   CXmlTokens m_tokens;
+  CXmlValues m_values;
   CReporter& m_reporter;
   CContentListener& m_listener;
   bool m_has_root = false;

@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "qenzor/text/xml_pieces_impl.h"
+#include "qenzor/text/xml_scanner_for_impl.h"
 
 namespace qenzor {
 
@@ -38,12 +39,10 @@ CString CXmlElement::GetNarrowText() {
 }
 
 CXmlPieces::CXmlPieces(CFile& file, const XmlReadOptions& options, const XmlPieceSizes& sizes)
-    : m_window(file, sizes.Window), m_options(options), m_sizes(sizes) {
-  using Assumed = CXmlScanner::Assumed;
-  if (options.Encoding != XmlEncoding::kShiftJis)
-    m_tail = CXmlScanner(options.Encoding == XmlEncoding::kUtf8 ? Assumed::kUtf8
-                                                                : Assumed::kUtf8Undeclared);
-}
+    : m_window(file, sizes.Window),
+      m_options(options),
+      m_sizes(sizes),
+      m_tail(ScannerFor(options.Encoding)) {}
 
 CXmlPieces::Event CXmlPieces::Step(CXmlScanner& scanner) {
   if (m_window.GetFailure().has_value()) {

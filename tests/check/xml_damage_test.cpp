@@ -7,75 +7,12 @@
 #include "qenzor/qen/qen.h"
 #include "qenzor/zor/zor.h"
 #include "tests/support/findings.h"
+#include "tests/support/good_xml.h"
 
 namespace {
 
 using namespace qenzor;
 using namespace qenzor::testing;
-
-constexpr const char* kMap =
-    "<?xml version=\"1.0\" encoding=\"Shift_JIS\" ?>\n"                         // 1
-    "<Qen>\n"                                                                   // 2
-    "\t<QenFileInfo>\n"                                                         // 3
-    "\t\t<Ident>QENMAP</Ident>\n"                                               // 4
-    "\t\t<Magic>0x4041</Magic>\n"                                               // 5
-    "\t\t<MajorVer>1</MajorVer>\n"                                              // 6
-    "\t\t<MinorVer>0</MinorVer>\n"                                              // 7
-    "\t\t<Revision>7</Revision>\n"                                              // 8
-    "\t\t<GeoCoodinate>1</GeoCoodinate>\n"                                      // 9
-    "\t\t<IncRect W=\"0\" S=\"0\" E=\"2000\" N=\"1000\" />\n"                   // 10
-    "\t\t<SegmentNumX>2</SegmentNumX>\n"                                        // 11
-    "\t\t<SegmentNumY>1</SegmentNumY>\n"                                        // 12
-    "\t\t<CompCoef>1</CompCoef>\n"                                              // 13
-    "\t</QenFileInfo>\n"                                                        // 14
-    "\t<QenMapData>\n"                                                          // 15
-    "\t\t<MeshSegmentSet><MeshSegment><MeshSegmentNo>1</MeshSegmentNo>\n"       // 16
-    "\t\t<LayerSet><LayerData><LayerNo>3</LayerNo>\n"                           // 17
-    "\t\t<ZIdObjSet><ZIdObj><ZId>70000000000</ZId>\n"                           // 18
-    "\t\t<ObjSet>\n"                                                            // 19
-    "\t\t\t<LineObj>\n"                                                         // 20
-    "\t\t\t\t<Pt x=\"1\" y=\"-2\" />\n"                                         // 21
-    "\t\t\t\t<Pt x=\"3\" y=\"4\" />\n"                                          // 22
-    "\t\t\t\t<AddedObjInfoSet><UrlInfo>http://a</UrlInfo></AddedObjInfoSet>\n"  // 23
-    "\t\t\t</LineObj>\n"                                                        // 24
-    "\t\t\t<PolyObj><Height>5</Height><Pt x=\"1\" y=\"2\" /></PolyObj>\n"       // 25
-    "\t\t\t<CmbLblObj><CtrlFlgs>1</CtrlFlgs><Angle>1.5</Angle>\n"               // 26
-    "\t\t\t\t<Pt x=\"1\" y=\"2\" />\n"                                          // 27
-    "\t\t\t\t<LblOffsetFontRate>0.5000000000</LblOffsetFontRate>\n"             // 28
-    "\t\t\t\t<LblOffsetAngle>-1e-2</LblOffsetAngle>\n"                          // 29
-    "\t\t\t\t<Text>a&amp;nbsp;b</Text>\n"                                       // 30
-    "\t\t\t</CmbLblObj>\n"                                                      // 31
-    "\t\t\t<RasLLObj><Rect W=\"1\" S=\"2\" E=\"3\" N=\"4\" /></RasLLObj>\n"     // 32
-    "\t\t</ObjSet>\n"                                                           // 33
-    "\t\t</ZIdObj></ZIdObjSet></LayerData></LayerSet></MeshSegment></MeshSegmentSet>\n"
-    "\t</QenMapData>\n"
-    "</Qen>\n";
-
-constexpr const char* kDrawing =
-    "<Zor>\n"                                                                     // 1
-    "<ZorFileInfo><Ident>ZORDRW</Ident><Magic>0x4041</Magic>\n"                   // 2
-    "<MajorVer>1</MajorVer><MinorVer>0</MinorVer><Revision>0</Revision>\n"        // 3
-    "</ZorFileInfo>\n"                                                            // 4
-    "<ZorDrawData>\n"                                                             // 5
-    "<DrawAtterSet><DrawAtter><ZId>5</ZId>\n"                                     // 6
-    "<DrawInfoIdxSet><DrawInfoIdx>0</DrawInfoIdx>\n"                              // 7
-    "<DrawInfoIdx>1</DrawInfoIdx></DrawInfoIdxSet></DrawAtter></DrawAtterSet>\n"  // 8
-    "<DrawInfoSet>\n"                                                             // 9
-    "<LineDrawInfo>\n"                                                            // 10
-    "<ComData><LineCode>0</LineCode>\n"                                           // 11
-    "<Color A=\"255\" R=\"0\" G=\"16\" B=\"0\" />\n"                              // 12
-    "<Aspect>1</Aspect></ComData>\n"                                              // 13
-    "<ScData><DenomMax>20</DenomMax><DenomMin>10</DenomMin>\n"                    // 14
-    "<DenomMaxWidth>2</DenomMaxWidth><Sensitivity>0</Sensitivity>\n"              // 15
-    "<Extension>0</Extension></ScData>\n"                                         // 16
-    "</LineDrawInfo>\n"                                                           // 17
-    "<PolyShadowDrawInfo><ComData>\n"                                             // 18
-    "<ShadowColor A=\"1\" R=\"2\" G=\"3\" B=\"4\" /></ComData>\n"                 // 19
-    "<ScData><DenomMax>20</DenomMax><DenomMin>10</DenomMin>\n"                    // 20
-    "<DenomMaxOffset x=\"1\" y=\"2\" /><Sensitivity>0</Sensitivity></ScData>\n"   // 21
-    "</PolyShadowDrawInfo></DrawInfoSet>\n"                                       // 22
-    "</ZorDrawData>\n"                                                            // 23
-    "</Zor>\n";
 
 constexpr const char* kObjects =
     "MeshSegmentSet/MeshSegment[0]/LayerSet/LayerData[0]/ZIdObjSet/ZIdObj[0]/ObjSet";
@@ -105,21 +42,21 @@ std::string Edited(std::string text, const std::string& piece, const std::string
 }
 
 std::vector<XmlFound> InMap(const std::string& piece, const std::string& by) {
-  return Check(Edited(kMap, piece, by), BinaryKind::kQen).Found;
+  return Check(Edited(kGoodMapXml, piece, by), BinaryKind::kQen).Found;
 }
 std::vector<XmlFound> InDrawing(const std::string& piece, const std::string& by) {
-  return Check(Edited(kDrawing, piece, by), BinaryKind::kZor).Found;
+  return Check(Edited(kGoodDrawingXml, piece, by), BinaryKind::kZor).Found;
 }
 
 using Expected = std::vector<XmlFound>;
 
 TEST(XmlDamage, GoodTextHasNothingToFind) {
-  EXPECT_EQ(Check(kMap, BinaryKind::kQen).Found, Expected{});
-  EXPECT_EQ(Check(kDrawing, BinaryKind::kZor).Found, Expected{});
+  EXPECT_EQ(Check(kGoodMapXml, BinaryKind::kQen).Found, Expected{});
+  EXPECT_EQ(Check(kGoodDrawingXml, BinaryKind::kZor).Found, Expected{});
 }
 
 TEST(XmlDamage, LinesMayEndInAnyWay) {
-  std::string text = Edited(kMap, "<LayerNo>3<", "<LayerNo>x<");
+  std::string text = Edited(kGoodMapXml, "<LayerNo>3<", "<LayerNo>x<");
   const std::vector<XmlFound> expected{
       {"Q1048", 17, 33, "MeshSegmentSet/MeshSegment[0]/LayerSet/LayerData[0]"}};
   EXPECT_EQ(Check(text, BinaryKind::kQen).Found, expected);
@@ -135,7 +72,7 @@ TEST(XmlDamage, LinesMayEndInAnyWay) {
 
 TEST(XmlDamage, UnknownElementsComeWithAProposal) {
   const Checked checked =
-      Check(Edited(kMap, "<Height>5</Height>", "<height>5</height>"), BinaryKind::kQen);
+      Check(Edited(kGoodMapXml, "<Height>5</Height>", "<height>5</height>"), BinaryKind::kQen);
   const std::string poly = std::string(kObjects) + "/PolyObj[1]";
   EXPECT_EQ(checked.Found, (Expected{{"Q1042", 25, 13, poly}, {"Q1044", 25, 4, poly}}));
   EXPECT_NE(checked.Reasons[0].find("did you mean Height?"), std::string::npos);
@@ -288,11 +225,12 @@ TEST(XmlDamage, WhatTheDocumentsValuesSayIsFoundInTheText) {
 }
 
 TEST(XmlDamage, TextThatDoesNotLoadIsAnErrorThatNamesTheOpenElement) {
-  const Checked unclosed = Check(Edited(kMap, "\t\t\t</LineObj>\n", ""), BinaryKind::kQen);
+  const Checked unclosed = Check(Edited(kGoodMapXml, "\t\t\t</LineObj>\n", ""), BinaryKind::kQen);
   EXPECT_EQ(unclosed.Found, (Expected{{"Q1030", 32, 3, ""}}));
   EXPECT_EQ(unclosed.Reasons[0],
             "the end tag of ObjSet stands where LineObj, which begins at line 20, is open");
-  const std::string cut = std::string(kMap).substr(0, std::string(kMap).find("\t</QenMapData>"));
+  const std::string cut =
+      std::string(kGoodMapXml).substr(0, std::string(kGoodMapXml).find("\t</QenMapData>"));
   const Checked ended = Check(cut, BinaryKind::kQen);
   ASSERT_EQ(ended.Found.size(), 1U);
   EXPECT_EQ(ended.Found[0].Code, "Q1030");
@@ -301,7 +239,7 @@ TEST(XmlDamage, TextThatDoesNotLoadIsAnErrorThatNamesTheOpenElement) {
 }
 
 TEST(XmlDamage, TheRootMustBeThatOfTheKind) {
-  EXPECT_EQ(Check(kDrawing, BinaryKind::kQen).Found, (Expected{{"Q1031", 1, 1, ""}}));
+  EXPECT_EQ(Check(kGoodDrawingXml, BinaryKind::kQen).Found, (Expected{{"Q1031", 1, 1, ""}}));
   EXPECT_EQ(Check("<!-- a -->\n <qen />", BinaryKind::kQen).Found, (Expected{{"Q1031", 2, 2, ""}}));
   EXPECT_EQ(Check("<Qen></Qen>", BinaryKind::kQen).Found,
             (Expected{{"Q1044", 1, 1, "Qen"}, {"Q1032", 1, 1, "Qen"}}));

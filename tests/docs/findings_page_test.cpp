@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "qenzor/check/finding.h"
+#include "qenzor/check/findings_schema.h"
 #include "tests/docs/page.h"
 
 namespace {
@@ -16,6 +17,10 @@ TEST(FindingsPage, ListsWhatTheTableOfFindingsHas) {
         std::string(kinds[i].Proposal)};
     EXPECT_EQ(rows[i], expected);
   }
+}
+
+TEST(FindingsPage, TheSchemaIsThatOfTheTable) {
+  EXPECT_EQ(LoadPage("docs/schema/findings.json"), qenzor::FindingsSchema());
 }
 
 }  // namespace

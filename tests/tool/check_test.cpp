@@ -197,7 +197,7 @@ TEST_F(Check, AFileThatCannotBeOpenedOrRecognisedIsAFindingAndTheOthersAreChecke
   Save("bad", MapOf("").substr(0, 60));
   const auto [status, out] = Run("bad.qen odd good --kind qen bad");
   EXPECT_EQ(status, 1);
-  EXPECT_EQ(out.rfind("bad.qen: byte 0: error: No such file or directory "
+  EXPECT_EQ(out.rfind("bad.qen: error: No such file or directory "
                       "[Q1001 file-unreadable]\nodd: byte 15: error: ",
                       0),
             0U)
@@ -206,7 +206,7 @@ TEST_F(Check, AFileThatCannotBeOpenedOrRecognisedIsAFindingAndTheOthersAreChecke
   EXPECT_EQ(Run("odd good"),
             (std::pair<int, std::string>(
                 1,
-                "odd: byte 0: error: neither a map-project nor a draw-data document (see --kind) "
+                "odd: error: neither a map-project nor a draw-data document (see --kind) "
                 "[Q1002 file-not-recognised]\ngood: nothing found\n"
                 "2 files checked: 1 error, 0 warnings, 0 notes\n")));
 }

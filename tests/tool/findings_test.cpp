@@ -24,8 +24,8 @@ class Findings : public Tool {
 };
 
 constexpr const char* kUnknown =
-    "line 2, column 1: warning: Zor: Note has no place in Zor and is dropped "
-    "[Q1042 xml-unknown-element]\n";
+    "line 2, column 1: warning: Zor: Note has no place in Zor and is dropped; "
+    "there stand ZorFileInfo and ZorDrawData [Q1042 xml-unknown-element]\n";
 constexpr const char* kVersion =
     "line 1, column 93: warning: ZorFileInfo: the version is 2.0, not 1.0 [Q1063 version]\n";
 
@@ -73,15 +73,14 @@ TEST_F(Findings, EachIsALineOfJson) {
 
 TEST_F(Findings, AFileThatLooksLikeTheOtherKindIsSaidTo) {
   const std::string out = Run("check --kind zor maps/inner/b.qen").Out;
-  EXPECT_NE(out.find("this looks like a map project (QENMAP) [Q1004 file-other-kind]"),
-            std::string::npos)
+  EXPECT_NE(out.find("this looks like a map (QENMAP) [Q1004 file-other-kind]"), std::string::npos)
       << out;
 }
 
 TEST_F(Findings, ADocumentToCompareWithMustBeOfUse) {
   Outcome outcome = Run("check --map maps/a.xml maps/a.xml");
   EXPECT_EQ(outcome.Status, 2);
-  EXPECT_EQ(outcome.Err, "qenzor: --map maps/a.xml: this is draw data, not a map project\n");
+  EXPECT_EQ(outcome.Err, "qenzor: --map maps/a.xml: this is draw data, not a map\n");
   outcome = Run("check --map maps/inner/b.qen maps/inner/b.qen");
   EXPECT_EQ(outcome.Status, 2);
   EXPECT_EQ(outcome.Err, "qenzor: --map is of no use: none of the files is draw data\n");
@@ -100,7 +99,7 @@ TEST_F(Findings, WhatXmlDoesNotHoldIsToldOnceAndCountsWhenStrict) {
   const Outcome outcome = Run("to-xml " + Sample("world.qen") + " map.xml");
   EXPECT_EQ(outcome.Status, 0);
   EXPECT_EQ(outcome.Err, "qenzor: " + Sample("world.qen") +
-                             ": 177 links and 1 text's characters are not in the XML form (check "
+                             ": 177 links and 1 character are not in the XML form (check "
                              "--roundtrip tells where)\n");
   EXPECT_EQ(Run("to-xml --strict " + Sample("world.qen") + " strict.xml").Status, 1);
   EXPECT_EQ(Load(At("strict.xml")), Load(At("map.xml")));
@@ -127,7 +126,8 @@ TEST_F(Findings, AWordThatIsNoCommandIsAnswered) {
             0U)
       << outcome.Err;
   EXPECT_EQ(Run("from-xml maps/inner/b.qen x").Err,
-            "qenzor: maps/inner/b.qen: is a binary document, not XML\n");
+            "qenzor: maps/inner/b.qen: is a binary document, not XML (copy and to-xml read "
+            "those)\n");
 }
 
 }  // namespace

@@ -83,7 +83,7 @@ TEST_F(InputFile, APipeIsReadLikeAFile) {
   EXPECT_NE(RunShell(feed + "info pipe && wait").Out.find("FileBytes: 175354\n"),
             std::string::npos);
   EXPECT_EQ(RunShell(feed + "to-xml pipe xml && wait").Err,
-            "qenzor: pipe: 177 links and 1 text's characters are not in the XML form (check "
+            "qenzor: pipe: 177 links and 1 character are not in the XML form (check "
             "--roundtrip tells where)\n");
   EXPECT_EQ(RunShell("cat xml >pipe & \"$q\" from-xml pipe a.qen && wait").Err, "");
   EXPECT_EQ(RunShell("\"$q\" from-xml xml b.qen").Err, "");

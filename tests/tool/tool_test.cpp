@@ -132,8 +132,9 @@ TEST_F(Tool, XmlThatDoesNotParseIsReportedWithItsLine) {
   EXPECT_EQ(outcome.Status, 1);
   EXPECT_TRUE(outcome.Err.starts_with("qenzor: bad.xml: line 3, column ")) << outcome.Err;
   Save(At("other.xml"), "<qen></qen>");
-  ExpectRefused("from-xml other.xml out.qen",
-                "other.xml: line 1: the root element is not that of the document's kind");
+  ExpectRefused(
+      "from-xml other.xml out.qen",
+      "other.xml: line 1, column 1: the outermost element is qen, not Qen or Zor (case matters)");
 }
 
 TEST_F(Tool, InfoTellsWhatADocumentHolds) {
