@@ -49,7 +49,7 @@ class CReadGuard {
   /// The failure, unless the caller's limits or wish to stop are the reason for it.
   Failure Judge(const Failure& failure) const {
     if (m_isCancelled) return FailureOf(FailureKind::kCancelled, "the reading was asked to stop");
-    return m_isTooLong ? TooLong() : std::move(failure);
+    return m_isTooLong ? TooLong() : failure;
   }
   Failure TooLong() const {
     return FailureOf(

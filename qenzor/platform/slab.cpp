@@ -123,6 +123,7 @@ CBulkPhase::~CBulkPhase() {
   t_arrays.Finish();
 }
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): a budget ends with its scope
 QENZOR_NEAR_TLS constinit thread_local MemoryBudget t_memoryBudget;
 
 CMemoryBudget::CMemoryBudget(std::uint64_t most) noexcept
