@@ -39,14 +39,13 @@ bool AreEqual(const Base& a, const Base& b) {
 }
 
 template <class Chunk>
-constexpr auto PrefetchElemOf() {
-  using Prefetch = decltype(ClassRow::PrefetchElem);
+constexpr decltype(ClassRow::PrefetchElem) PrefetchElemOf() {
   if constexpr (requires(const Chunk& set) { set.PrefetchElem(0); })
-    return Prefetch([](const CAbstractChunk& set, std::uint64_t key) {
+    return [](const CAbstractChunk& set, std::uint64_t key) {
       static_cast<const Chunk&>(set).PrefetchElem(key);
-    });
+    };
   else
-    return Prefetch();
+    return nullptr;
 }
 
 template <class Chunk>
