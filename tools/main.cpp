@@ -22,10 +22,8 @@ constexpr int kWrongUsage = 2;
 
 void Complain(const std::string& what) { std::cerr << tool::Complaint(what); }
 
-using Command = int (*)(const tool::Options&);
-
 CLI::App* AddCommand(CLI::App& app, tool::Options& options, const char* name, const char* what,
-                     Command command, Command& chosen) {
+                     tool::Command command, tool::Command& chosen) {
   CLI::App* sub = app.add_subcommand(name, what);
   sub->add_flag("--quiet", options.Quiet, "Show no progress");
   sub->add_option("--kind", options.Kind, "Kind of document, if it is not to be found out")
@@ -56,7 +54,7 @@ void AddInOut(CLI::App* sub, tool::Options& options) {
 
 int main(int argc, char** argv) try {
   tool::Options options;
-  Command chosen = nullptr;
+  tool::Command chosen = nullptr;
   CLI::App app("Reads, copies, converts and checks map-project and draw-data documents.");
   app.name("qenzor");
   app.set_version_flag("--version", "qenzor " QENZOR_VERSION);
@@ -154,6 +152,8 @@ int main(int argc, char** argv) try {
       "what is left, or there is no OUT because the file info or the root is gone; 2 wrong usage.\n"
       "Example:\n"
       "  qenzor salvage damaged.qen whole.qen");
+  tool::AddPictureCommands(app, options, chosen);
+  tool::AddPageCommands(app, options, chosen);
 
   const std::string word = argc > 1 ? argv[1] : "";
   std::vector<std::string> commands;
