@@ -47,7 +47,6 @@ struct Options {
   bool ListCodes = false;
   bool RoundTrip = false;
   bool Geometry = false;
-  std::string Frame;  ///< words that tell where objects lie
   bool Recursive = false;
   bool All = false;  ///< a terminal gets all findings too
   bool JsonLines = false;
@@ -71,6 +70,8 @@ int RunSalvage(const Options& options);
 
 /// Adds to a command the filters that all commands take, which set the options' filters.
 void AddFilterOptions(CLI::App& command, Options& options);
+/// Adds the option --frame alone.
+void AddFrameOption(CLI::App& command, Options& options);
 /// Says on standard error that no object passes the filters.
 void TellNoMatch();
 

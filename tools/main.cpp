@@ -114,8 +114,7 @@ int main(int argc, char** argv) try {
                   "Tell what a binary document loses on its way through XML");
   check->add_flag("--geometry", options.Geometry,
                   "Tell where a map's objects are out of place or misshapen");
-  check->add_option("--frame", options.Frame,
-                    "Where objects lie, for --geometry: words as rows=south,unit=1/1000000");
+  tool::AddFrameOption(*check, options);
   check->add_flag("--recursive", options.Recursive, "Check the files in folders, and below");
   check->add_flag("--all", options.All, "Show a terminal more than 20 findings of a kind");
   check
@@ -162,17 +161,14 @@ int main(int argc, char** argv) try {
     Complain(tool::DescribeUnknownCommand(word, commands));
     return kWrongUsage;
   }
+  tool::WatchSignals();
   try {
     app.parse(argc, argv);
+    return chosen(options);
   } catch (const CLI::ParseError& error) {
     if (app.exit(error) != 0) return kWrongUsage;
     if (std::cout.flush()) return 0;
     Complain("standard output: cannot be written: " + tool::SystemReason());
-    return kFailed;
-  }
-  tool::WatchSignals();
-  try {
-    return chosen(options);
   } catch (const tool::CWrongUsage& wrong) {
     Complain(wrong.what());
     return kWrongUsage;

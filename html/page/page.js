@@ -61,13 +61,15 @@
   };
   const drawImage = async (use) => {
     const most = 64e6;
+    const missing = () => drawHatch('key' in use ? 64 : 8);
+    if (!data.files[use.file]) return missing();
     const image = new Image();
     try {
       image.src = data.files[use.file];
       await image.decode();
       if (image.naturalWidth * image.naturalHeight > most) throw new Error('too large');
     } catch {
-      return drawHatch('key' in use ? 64 : 8);
+      return missing();
     }
     const [canvas, pen] = canvasOf(image.naturalWidth, image.naturalHeight);
     pen.drawImage(image, 0, 0);

@@ -42,7 +42,8 @@ Page PageOf(const CQen& map, const CZor* drawing, const std::string& title = "ma
 std::string Between(const std::string& text, const std::string& front, const std::string& back) {
   const std::size_t from = text.find(front);
   if (from == std::string::npos) return "nothing";
-  return text.substr(from + front.size(), text.find(back, from) - from - front.size());
+  const std::size_t begin = from + front.size();
+  return text.substr(begin, text.find(back, begin) - begin);
 }
 
 Bytes Label(std::uint32_t flags, std::u16string_view text, const Bytes& added = {}) {

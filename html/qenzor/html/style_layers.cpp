@@ -29,19 +29,27 @@ std::string Rgba(std::uint32_t color) {
 
 bool IsOpaque(std::uint32_t color) { return color >> 24U == 0xFF; }
 
+double Rounded(double value) {
+  constexpr double kMillion = 1e6;
+  return std::round(value * kMillion) / kMillion;
+}
+
 /// A constant, or how a size grows with the zoom: as a power of two times a constant, which is what
 /// MapLibre calls exponential.
 template <class Samples, class Get>
 Json Sized(const Samples& samples, const Get& get) {
   std::vector<double> values;
-  for (const Style& style : samples.Styles) values.push_back(get(style));
+  for (const Style& style : samples.Styles) values.push_back(Rounded(get(style)));
   if (std::all_of(values.begin(), values.end(), [&](double v) { return v == values.front(); }))
     return values.front();
   double base = 1;
   const auto is_free = [](double v) { return std::abs(v) > 0.1 && std::abs(v) < 4096; };
-  for (std::size_t i = 1; i < values.size() && base == 1; ++i)
-    if (is_free(values[i - 1]) && is_free(values[i]))
-      base = std::pow(values[i] / values[i - 1], 1 / (samples.Zooms[i] - samples.Zooms[i - 1]));
+  constexpr double kFarEnough = 0.01;  // for what the values are rounded to
+  for (std::size_t i = 1; i < values.size() && base == 1; ++i) {
+    const double step = samples.Zooms[i] - samples.Zooms[i - 1];
+    if (is_free(values[i - 1]) && is_free(values[i]) && step > kFarEnough)
+      base = Rounded(std::pow(values[i] / values[i - 1], 1 / step));
+  }
   if (!(base > 1e-3 && base < 1e3)) base = 1;
   Json size =
       Json::array({"interpolate", Json::array({"exponential", base}), Json::array({"zoom"})});
@@ -201,7 +209,8 @@ void CStyleLayers::DrawArea(Json& layer, const Samples& samples) {
     for (std::size_t i = 0; i < samples.Zooms.size(); ++i) {
       const auto& shadow = std::get<ShadowStyle>(samples.Styles[i]);
       move.push_back(samples.Zooms[i]);
-      move.push_back(Json::array({"literal", Json::array({shadow.OffsetX, 0.0 - shadow.OffsetY})}));
+      move.push_back(Json::array(
+          {"literal", Json::array({Rounded(shadow.OffsetX), Rounded(0.0 - shadow.OffsetY)})}));
     }
     paint["fill-translate"] = std::move(move);
   }
