@@ -14,13 +14,20 @@ write_basic_package_version_file(
   ${PROJECT_BINARY_DIR}/qenzorConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(
   FILES ${PROJECT_BINARY_DIR}/qenzorConfig.cmake ${PROJECT_BINARY_DIR}/qenzorConfigVersion.cmake
-        cmake/qenzor-tinyxml.cmake
+        cmake/qenzor-tinyxml.cmake cmake/qenzor-draw.cmake
+        cmake/qenzor-html.cmake
   DESTINATION ${qenzor_cmake_dir})
 
 # pkg-config knows the folder of the file it reads; the prefix is given from there.
 file(RELATIVE_PATH qenzor_prefix_from_pc /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 string(REGEX REPLACE "/$" "" qenzor_prefix_from_pc "${qenzor_prefix_from_pc}")
-foreach(package qenzor qenzor-tinyxml)
+set(packages qenzor qenzor-tinyxml)
+foreach(component draw html)
+  if(TARGET qenzor-${component})
+    list(APPEND packages qenzor-${component})
+  endif()
+endforeach()
+foreach(package IN LISTS packages)
   configure_file(cmake/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${package}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endforeach()

@@ -6,16 +6,16 @@
 say() { printf 'qenzor: %s\n' "$*" >&2; }
 die() { say "$*"; exit 1; }
 
-# install_packages LIST...: installs what the lists name and this machine lacks. Asks apt nothing
-# when everything is there, and leaves machines without dpkg alone.
+# install_packages LIST...: installs what the lists name and no package of this machine is or
+# provides. Asks apt nothing when everything is there, and leaves machines without dpkg alone.
 install_packages() {
   local wanted missing
   command -v dpkg-query >/dev/null || return 0
   mapfile -t wanted < <(cat "$@" | sed '/^#/d' | sort -u)
   mapfile -t missing < <(
     comm -23 <(printf '%s\n' "${wanted[@]}") \
-      <(dpkg-query -W -f='${db:Status-Status} ${Package}\n' "${wanted[@]}" 2>/dev/null |
-        sed -n 's/^installed //p' | sort -u))
+      <(dpkg-query -W -f='${db:Status-Status} ${Package} ${Provides}\n' 2>/dev/null |
+        sed -n 's/^installed //p' | tr -s ', ' '\n' | sort -u))
   [ "${#missing[@]}" -gt 0 ] || return 0
 
   [ "$(id -u)" -eq 0 ] || die "missing packages; run as root: apt-get install ${missing[*]}"

@@ -1,10 +1,34 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "qenzor/view/filters.h"
+#include "qenzor/view/frame.h"
+
+namespace CLI {
+class App;
+}
+
 namespace tool {
+
+/// What pictures are asked to be like.
+struct PictureOptions {
+  std::optional<double> Scale;
+  std::optional<std::pair<double, double>> Size;  ///< in pixels
+  double Dpi = 96;
+  bool IsMercator = false;
+  std::string Images;  ///< a folder
+  std::map<std::uint8_t, std::string> Fonts;
+  std::uint32_t Background = 0xFFFFFFFF;
+  bool AllLabels = false;
+  bool DefaultStyle = false;
+  bool List = false;
+};
 
 /// What the command line asks for; each command looks at its own part.
 struct Options {
@@ -23,10 +47,12 @@ struct Options {
   bool ListCodes = false;
   bool RoundTrip = false;
   bool Geometry = false;
-  std::string Frame;  ///< words that tell where objects lie
   bool Recursive = false;
   bool All = false;  ///< a terminal gets all findings too
   bool JsonLines = false;
+  qenzor::Filters Filters;
+  qenzor::FrameOptions Frame;
+  PictureOptions Picture;
   bool Json = false;
   bool Strict = false;
   bool Quiet = false;
@@ -41,5 +67,18 @@ int RunConvert(const Options& options);
 int RunInfo(const Options& options);
 int RunCheck(const Options& options);
 int RunSalvage(const Options& options);
+
+/// Adds to a command the filters that all commands take, which set the options' filters.
+void AddFilterOptions(CLI::App& command, Options& options);
+/// Adds the option --frame alone.
+void AddFrameOption(CLI::App& command, Options& options);
+/// Says on standard error that no object passes the filters.
+void TellNoMatch();
+
+/// Adds the commands that make pictures, where these are built; the one that is called is chosen.
+using Command = int (*)(const Options&);
+void AddPictureCommands(CLI::App& app, Options& options, Command& chosen);
+/// Adds the command that makes web pages, where these are built.
+void AddPageCommands(CLI::App& app, Options& options, Command& chosen);
 
 }  // namespace tool

@@ -22,10 +22,8 @@ constexpr int kWrongUsage = 2;
 
 void Complain(const std::string& what) { std::cerr << tool::Complaint(what); }
 
-using Command = int (*)(const tool::Options&);
-
 CLI::App* AddCommand(CLI::App& app, tool::Options& options, const char* name, const char* what,
-                     Command command, Command& chosen) {
+                     tool::Command command, tool::Command& chosen) {
   CLI::App* sub = app.add_subcommand(name, what);
   sub->add_flag("--quiet", options.Quiet, "Show no progress");
   sub->add_option("--kind", options.Kind, "Kind of document, if it is not to be found out")
@@ -56,7 +54,7 @@ void AddInOut(CLI::App* sub, tool::Options& options) {
 
 int main(int argc, char** argv) try {
   tool::Options options;
-  Command chosen = nullptr;
+  tool::Command chosen = nullptr;
   CLI::App app("Reads, copies, converts and checks map-project and draw-data documents.");
   app.name("qenzor");
   app.set_version_flag("--version", "qenzor " QENZOR_VERSION);
@@ -116,8 +114,7 @@ int main(int argc, char** argv) try {
                   "Tell what a binary document loses on its way through XML");
   check->add_flag("--geometry", options.Geometry,
                   "Tell where a map's objects are out of place or misshapen");
-  check->add_option("--frame", options.Frame,
-                    "Where objects lie, for --geometry: words as rows=south,unit=1/1000000");
+  tool::AddFrameOption(*check, options);
   check->add_flag("--recursive", options.Recursive, "Check the files in folders, and below");
   check->add_flag("--all", options.All, "Show a terminal more than 20 findings of a kind");
   check
@@ -154,6 +151,8 @@ int main(int argc, char** argv) try {
       "what is left, or there is no OUT because the file info or the root is gone; 2 wrong usage.\n"
       "Example:\n"
       "  qenzor salvage damaged.qen whole.qen");
+  tool::AddPictureCommands(app, options, chosen);
+  tool::AddPageCommands(app, options, chosen);
 
   const std::string word = argc > 1 ? argv[1] : "";
   std::vector<std::string> commands;
@@ -162,17 +161,14 @@ int main(int argc, char** argv) try {
     Complain(tool::DescribeUnknownCommand(word, commands));
     return kWrongUsage;
   }
+  tool::WatchSignals();
   try {
     app.parse(argc, argv);
+    return chosen(options);
   } catch (const CLI::ParseError& error) {
     if (app.exit(error) != 0) return kWrongUsage;
     if (std::cout.flush()) return 0;
     Complain("standard output: cannot be written: " + tool::SystemReason());
-    return kFailed;
-  }
-  tool::WatchSignals();
-  try {
-    return chosen(options);
   } catch (const tool::CWrongUsage& wrong) {
     Complain(wrong.what());
     return kWrongUsage;

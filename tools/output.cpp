@@ -42,4 +42,23 @@ void SaveOutput(const Input& input, const std::string& path,
                  failure.Describe());
 }
 
+void WriteOutput(const std::string& path,
+                 const std::function<qenzor::Result<void>(qenzor::CFile&)>& write) {
+  const bool is_standard = path == "-";
+  qenzor::CFileReplacement file;
+  bool done = file.Open(is_standard ? "/dev/stdout" : path);
+  try {
+    if (done) {
+      const auto written = write(file.GetFile());
+      done = static_cast<bool>(written);
+      if (!done && written.GetFailure().Kind != qenzor::FailureKind::kCannotWrite)
+        throw CFailure(path, written.GetFailure().Describe());
+    }
+    done = done && file.Finish();
+  } catch (const qenzor::CFileException&) {
+    done = false;
+  }
+  if (!done) throw CFailure(is_standard ? "standard output" : path, file.GetError());
+}
+
 }  // namespace tool

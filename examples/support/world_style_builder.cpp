@@ -108,20 +108,20 @@ class Builder {
     auto names = MakeLabels(kText, Mark::kCapital);
     names->FontId = 1;
     names->SetLabelShaded(true);
-    names->ScData = {{kGlobe, kContinent, 0, 8, 0, 0, 1, 0.5F},
-                     {kContinent, kCountry, 0, 11, 0, 0, 1, 0.5F},
-                     {kCountry, kNearest, 0, 16, 0, 0, 2, 1}};
+    names->ScData = {{kGlobe, kContinent, 0, 8, 0, 0, 0, 0.5F},
+                     {kContinent, kCountry, 0, 11, 0, 0, 0, 0.5F},
+                     {kCountry, kNearest, 0, 16, 0, 0, 0, 1}};
     AddAtter(kCountryNamesId, {AddInfo(std::move(names))});
 
     auto capitals = MakeLabels(kText | kMark, Mark::kCapital);
-    capitals->ScData = {{kContinent, kCountry, 0.5F, 9, 0, 0, 0, 0.5F},
-                        {kCountry, kNearest, 1, 12, 0, 0, 0, 1}};
+    capitals->ScData = {{kContinent, kCountry, 0.03125F, 9, 0, 0, 0, 0.5F},
+                        {kCountry, kNearest, 0.0625F, 12, 0, 0, 0, 1}};
     AddAtter(kCapitalsId, {AddInfo(std::move(capitals))});
 
     auto airports = MakeLabels(kText | kMark, Mark::kAirport);
     airports->FrameCtrl = 1;
-    airports->ScData = {{kCountry, kCountry / 2, 0.75F, 8, 2, 1, -1, 0.5F},
-                        {kCountry / 2, kNearest, 1, 10, 3, 1, -1, 1}};
+    airports->ScData = {{kCountry, kCountry / 2, 0.0625F, 8, 2, 1, -1, 0.5F},
+                        {kCountry / 2, kNearest, 0.125F, 10, 3, 1, -1, 1}};
     AddAtter(kAirportsId, {AddInfo(std::move(airports))});
   }
 

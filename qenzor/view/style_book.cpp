@@ -1,7 +1,10 @@
 #include "qenzor/view/style_book.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -28,7 +31,7 @@ float FiniteOr(float value, float otherwise) { return std::isfinite(value) ? val
 struct Scale {
   double Denominator;
   const WarningSink* Warn;
-  std::int64_t Info;
+  std::uint32_t Info;  // its position
 
   template <class Record>
   double Size(double stored, const Record& record) const {
@@ -113,26 +116,38 @@ Style Resolve(const CRasMMDrawInfo& info, const RasMMDrawScale& record, const Sc
                           scale.Size(record.DenomMaxRasWidth, record)};
 }
 
-/// True when the draw info is an Info; then with the kind that it draws and, if a record holds, the
-/// style.
-template <class Info>
-bool TryInfo(CAbstractDrawInfo& any, const Scale& scale, std::optional<ObjectKind>& draws,
-             std::optional<Style>& style) {
-  const Info* info = class_cast<Info>(&any);
-  if (info == nullptr) return false;
-  draws = DrawnBy(info);
-  for (const auto& record : info->ScData)
-    if (record.DenomMin <= scale.Denominator && scale.Denominator <= record.DenomMax) {
-      style = Resolve(*info, record, scale);
-      break;
-    }
-  return true;
+/// The classes that there are.
+template <class... Infos>
+struct InfoClasses {
+  /// Calls visit with the draw info as what it is.
+  template <class Visitor>
+  static void Visit(CAbstractDrawInfo& any, const Visitor& visit) {
+    const auto as = [&]<class Info>(const Info* info) {
+      if (info != nullptr) visit(*info);
+      return info != nullptr;
+    };
+    static_cast<void>((as(class_cast<Infos>(&any)) || ...));
+  }
+};
+using AllInfos = InfoClasses<CLineDrawInfo, CPolySolidBrushDrawInfo, CPolyBmpBrushDrawInfo,
+                             CPolyShadowDrawInfo, CCmbLblDrawInfo, CRasLLDrawInfo, CRasMMDrawInfo>;
+
+std::optional<ObjectKind> KindDrawnBy(CAbstractDrawInfo& any) {
+  std::optional<ObjectKind> kind;
+  AllInfos::Visit(any, [&](const auto& info) { kind = DrawnBy(&info); });
+  return kind;
 }
 
-template <class... Infos>
-void ResolveAny(CAbstractDrawInfo& any, const Scale& scale, std::optional<ObjectKind>& draws,
-                std::optional<Style>& style) {
-  static_cast<void>((TryInfo<Infos>(any, scale, draws, style) || ...));
+std::optional<Style> StyleAt(CAbstractDrawInfo& any, const Scale& scale) {
+  std::optional<Style> style;
+  AllInfos::Visit(any, [&](const auto& info) {
+    for (const auto& record : info.ScData)
+      if (record.DenomMin <= scale.Denominator && scale.Denominator <= record.DenomMax) {
+        style = Resolve(info, record, scale);
+        break;
+      }
+  });
+  return style;
 }
 
 Style DefaultStyle(ObjectKind kind) {
@@ -161,6 +176,40 @@ Style DefaultStyle(ObjectKind kind) {
 
 }  // namespace
 
+std::span<const double> StrokePattern(std::uint8_t code) {
+  constexpr double kDash = 4;
+  constexpr double kDot = 1;
+  constexpr double kGap = 2;
+  static constexpr std::array kDashDotDot{kDash, kGap, kDot, kGap, kDot, kGap};
+  static constexpr std::array kDotted{kDot, kGap};
+  const std::span<const double> all(kDashDotDot);
+  switch (code) {
+    case 1:
+      return all.first(2);
+    case 2:
+      return kDotted;
+    case 3:
+      return all.first(4);
+    case 4:
+      return all;
+    default:
+      return {};
+  }
+}
+
+DrawSort SortOf(const Style& style) {
+  constexpr std::array kSorts{DrawSort::kLine,   DrawSort::kArea,  DrawSort::kArea,
+                              DrawSort::kShadow, DrawSort::kLabel, DrawSort::kImage,
+                              DrawSort::kImage};
+  static_assert(kSorts.size() == std::variant_size_v<Style>);
+  return kSorts[style.index()];
+}
+
+std::u16string_view BareName(std::u16string_view name) {
+  const std::size_t last = name.find_last_of(u"/\\:");
+  return last == std::u16string_view::npos ? name : name.substr(last + 1);
+}
+
 double SizeAt(double stored, std::uint32_t denom_max, float sensitivity, double denominator) {
   if (stored == 0) return 0;
   const double factor = std::pow(denom_max / denominator, FiniteOr(sensitivity, 0));
@@ -176,34 +225,29 @@ CStyleBook::CStyleBook(const CZor* drawing, bool default_style, WarningSink warn
       m_default_style(default_style || drawing == nullptr),
       m_warn(std::move(warn)) {}
 
-const CStyleBook::Resolved& CStyleBook::Resolve(std::uint32_t index, double denominator) {
+const std::optional<Style>& CStyleBook::Resolve(std::uint32_t index, double denominator) {
   const CDrawInfoSet& infos = *m_drawing->DrawData.DrawInfoSet;
   if (m_denominator != denominator) {
     m_denominator = denominator;
     m_resolved.assign(infos.GetElemCount(), {});
   }
-  Resolved& resolved = m_resolved[index];
-  if (!resolved.IsKnown) {
-    resolved.IsKnown = true;
-    ResolveAny<CLineDrawInfo, CPolySolidBrushDrawInfo, CPolyBmpBrushDrawInfo, CPolyShadowDrawInfo,
-               CCmbLblDrawInfo, CRasLLDrawInfo, CRasMMDrawInfo>(
-        *infos.GetElem(index), {denominator, &m_warn, index}, resolved.Draws, resolved.How);
-  }
-  return resolved;
+  auto& resolved = m_resolved[index];
+  if (!resolved.has_value())
+    resolved = StyleAt(*infos.GetElem(index), {denominator, &m_warn, index});
+  return *resolved;
 }
 
-std::vector<AppliedStyle> CStyleBook::Find(std::uint64_t z_id, ObjectKind kind,
-                                           double denominator) {
+std::vector<std::int64_t> CStyleBook::FindInfos(std::uint64_t z_id, ObjectKind kind) {
   const CZorDrawData* data = m_drawing == nullptr ? nullptr : &m_drawing->DrawData;
   const CDrawAtter* atter = data == nullptr || data->DrawAtterSet == nullptr
                                 ? nullptr
                                 : data->DrawAtterSet->GetElem(z_id);
-  std::vector<AppliedStyle> styles;
+  std::vector<std::int64_t> found;
   if (atter == nullptr) {
-    if (m_default_style) styles.push_back({kDefaultInfo, DefaultStyle(kind)});
-    return styles;
+    if (m_default_style) found.push_back(kDefaultInfo);
+    return found;
   }
-  if (atter->DrawInfoIdxSet == nullptr) return styles;
+  if (atter->DrawInfoIdxSet == nullptr) return found;
   const auto warn = [&](const std::string& what) {
     if (m_warn) m_warn("z-id " + std::to_string(z_id) + ": " + what);
   };
@@ -213,17 +257,60 @@ std::vector<AppliedStyle> CStyleBook::Find(std::uint64_t z_id, ObjectKind kind,
     warn("only the first " + std::to_string(kMaxInfos) + " draw infos are used");
   for (std::size_t i = 0; i < std::min<std::size_t>(indices.size(), kMaxInfos); ++i) {
     const std::uint32_t index = indices[i];
-    if (index >= infos) {
+    if (index >= infos)
       warn("draw info " + std::to_string(index) + " is not there");
-      continue;
-    }
-    const Resolved& resolved = Resolve(index, denominator);
-    if (resolved.Draws != kind)
+    else if (KindDrawnBy(*data->DrawInfoSet->GetElem(index)) != kind)
       warn("draw info " + std::to_string(index) + " does not draw a " + std::string(NameOf(kind)));
-    else if (resolved.How.has_value())
-      styles.push_back({index, *resolved.How});
+    else
+      found.push_back(index);
+  }
+  return found;
+}
+
+std::vector<AppliedStyle> CStyleBook::Find(std::uint64_t z_id, ObjectKind kind,
+                                           double denominator) {
+  std::vector<AppliedStyle> styles;
+  for (const std::int64_t info : FindInfos(z_id, kind)) {
+    if (info == kDefaultInfo)
+      styles.push_back({info, DefaultStyle(kind)});
+    else if (const auto& style = Resolve(static_cast<std::uint32_t>(info), denominator))
+      styles.push_back({info, *style});
   }
   return styles;
+}
+
+std::optional<Style> CStyleBook::FindStyle(std::int64_t info, ObjectKind kind,
+                                           double denominator) const {
+  if (info == kDefaultInfo) return DefaultStyle(kind);
+  const auto index = static_cast<std::uint32_t>(info);
+  return StyleAt(*m_drawing->DrawData.DrawInfoSet->GetElem(index), {denominator, &m_warn, index});
+}
+
+std::vector<ScaleBand> CStyleBook::FindBands(std::int64_t info) const {
+  if (info == kDefaultInfo) return {{0, std::numeric_limits<std::uint32_t>::max()}};
+  std::vector<ScaleBand> bands;
+  const auto index = static_cast<std::uint32_t>(info);
+  AllInfos::Visit(*m_drawing->DrawData.DrawInfoSet->GetElem(index), [&](const auto& known) {
+    const std::span records(known.ScData.begin(),
+                            std::min<std::size_t>(known.ScData.size(), kMaxBandRecords));
+    std::vector<std::uint32_t> ends;
+    for (const auto& record : records) ends.insert(ends.end(), {record.DenomMin, record.DenomMax});
+    std::sort(ends.begin(), ends.end());
+    auto last = records.end();
+    for (std::size_t i = 1; i < ends.size(); ++i) {
+      if (ends[i - 1] == ends[i]) continue;
+      const double middle = (static_cast<double>(ends[i - 1]) + ends[i]) / 2;
+      const auto holds = std::find_if(records.begin(), records.end(), [&](const auto& record) {
+        return record.DenomMin <= middle && middle <= record.DenomMax;
+      });
+      if (holds != records.end() && holds == last)
+        bands.back().Most = ends[i];
+      else if (holds != records.end())
+        bands.push_back({ends[i - 1], ends[i]});
+      last = holds;
+    }
+  });
+  return bands;
 }
 
 const CMarkData* CStyleBook::GetMark(std::uint32_t position) const {

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -71,6 +73,18 @@ struct RasterPointStyle {
 using Style = std::variant<StrokeStyle, FillStyle, PatternStyle, ShadowStyle, LabelStyle,
                            RasterRectStyle, RasterPointStyle>;
 
+/// The pattern of a stroke of that code, in widths of it times its aspect: line and gap by turns;
+/// nothing for a solid one.
+QENZOR_EXPORT std::span<const double> StrokePattern(std::uint8_t code);
+
+/// In the order in which they are drawn.
+enum class DrawSort : std::uint8_t { kShadow, kArea, kLine, kImage, kLabel };
+
+QENZOR_EXPORT DrawSort SortOf(const Style& style);
+
+/// What is left of an image's name behind the last '/', '\\' or ':'.
+QENZOR_EXPORT std::u16string_view BareName(std::u16string_view name);
+
 /// A draw info that draws an object at a scale.
 struct AppliedStyle {
   /// Position of the draw info in its set, or kDefaultInfo.
@@ -88,11 +102,21 @@ QENZOR_EXPORT double SizeAt(double stored, std::uint32_t denom_max, float sensit
 QENZOR_EXPORT double WidthAt(double stored, std::uint32_t denom_max, float sensitivity,
                              double denominator);
 
+/// Scales from 1:Least to 1:Most.
+struct ScaleBand {
+  std::uint32_t Least = 0;
+  std::uint32_t Most = 0;
+
+  bool operator==(const ScaleBand&) const = default;
+};
+
 /// Tells which draw infos of a drawing draw an object. docs/drawing.md tells the rules.
 class QENZOR_EXPORT CStyleBook {
  public:
   /// Draw infos of one attribute; no map needs a hundredth of it.
   static constexpr std::size_t kMaxInfos = 1024;
+  /// Records of one draw info that FindBands looks at; drawings have a handful.
+  static constexpr std::size_t kMaxBandRecords = 256;
 
   /// The drawing may be null and must outlive the book otherwise. With default_style, and always
   /// without a drawing, objects whose z-id has no draw attribute are drawn plainly. The sink hears
@@ -104,23 +128,27 @@ class QENZOR_EXPORT CStyleBook {
   /// kMaxInfos the rest is passed over.
   std::vector<AppliedStyle> Find(std::uint64_t z_id, ObjectKind kind, double denominator);
 
+  /// The draw infos, whatever the scale, that Find chooses from.
+  std::vector<std::int64_t> FindInfos(std::uint64_t z_id, ObjectKind kind);
+  /// How one that FindInfos gave draws objects of the kind at 1:denominator; nothing where no
+  /// record holds.
+  std::optional<Style> FindStyle(std::int64_t info, ObjectKind kind, double denominator) const;
+  /// The bands in each of which one record of such a draw info holds, in ascending order. They do
+  /// not overlap, though two may share an end; a record for a single scale has none.
+  std::vector<ScaleBand> FindBands(std::int64_t info) const;
+
   /// The mark at the position, still the drawing's, or null.
   const CMarkData* GetMark(std::uint32_t position) const;
 
  private:
-  /// A draw info at the scale at hand.
-  struct Resolved {
-    bool IsKnown = false;
-    std::optional<ObjectKind> Draws;
-    std::optional<Style> How;  ///< nothing where no record holds
-  };
-  const Resolved& Resolve(std::uint32_t index, double denominator);
+  /// The style of a draw info at the scale at hand, if it has one there.
+  const std::optional<Style>& Resolve(std::uint32_t index, double denominator);
 
   const CZor* m_drawing;
   bool m_default_style;
   WarningSink m_warn;
   double m_denominator = 0;  ///< for which the draw infos below are resolved
-  std::vector<Resolved> m_resolved;
+  std::vector<std::optional<std::optional<Style>>> m_resolved;
 };
 
 }  // namespace qenzor

@@ -32,6 +32,13 @@ refused() {
 }
 refused 'needs CMake 3.16 or newer' -DPRETENDED_CMAKE_VERSION=3.15.7
 refused 'component nonsense' -DWANTED_COMPONENT=nonsense
+for component in draw html; do
+  if [ -n "$(find "$prefix" -name "libqenzor-$component.so")" ]; then
+    configure "$component" -DWANTED_COMPONENT=$component
+  else
+    refused "(QENZOR_${component^^})" -DWANTED_COMPONENT=$component
+  fi
+done
 
 PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name qenzor.pc)")
 export PKG_CONFIG_PATH

@@ -19,7 +19,9 @@ TEST(Readme, NamesHeadersThatExist) {
   const std::regex header("qenzor/[a-z_/]+\\.h");
   std::size_t found = 0;
   for (std::sregex_iterator it(page.begin(), page.end(), header), end; it != end; ++it, ++found)
-    EXPECT_TRUE(fs::exists(kTop / it->str())) << it->str();
+    EXPECT_TRUE(fs::exists(kTop / it->str()) || fs::exists(kTop / "draw" / it->str()) ||
+                fs::exists(kTop / "html" / it->str()))
+        << it->str();
   EXPECT_GT(found, 0U);
 }
 

@@ -218,6 +218,27 @@ TEST(Styles, AreFoundAtOneScaleAfterAnother) {
   EXPECT_EQ(width(100), 1);
 }
 
+TEST(Styles, HoldInBandsOfScalesInWhichTheFirstRecordInFileOrderHolds) {
+  // The second record holds where the first does not, on both sides of it.
+  const auto drawing =
+      DrawingOf({Attribute(1, {0})},
+                {StrokeInfo(0, 0, 1,
+                            {StrokeRecord(5000, 1000, 1, 0), StrokeRecord(20000, 500, 2, 0),
+                             StrokeRecord(90000, 80000, 3, 0), StrokeRecord(7, 7, 4, 0)})});
+  CStyleBook book(drawing.get());
+  EXPECT_EQ(book.FindInfos(1, ObjectKind::kLine), std::vector<std::int64_t>{0});
+  EXPECT_EQ(book.FindBands(0),
+            (std::vector<ScaleBand>{{500, 1000}, {1000, 5000}, {5000, 20000}, {80000, 90000}}));
+  const auto width = [&](double denominator) {
+    return std::get<StrokeStyle>(*book.FindStyle(0, ObjectKind::kLine, denominator)).Width;
+  };
+  EXPECT_EQ(width(700), 2);
+  EXPECT_EQ(width(3000), 1);
+  EXPECT_EQ(width(5000), 1);
+  EXPECT_EQ(width(5001), 2);
+  EXPECT_FALSE(book.FindStyle(0, ObjectKind::kLine, 30000).has_value());
+}
+
 TEST(Marks, AreNamedByTheirPosition) {
   const auto drawing = DrawingOf({}, {}, {MarkBytes({}, {}), MarkBytes({1, 2, 3, 4}, {})});
   const CStyleBook book(drawing.get());

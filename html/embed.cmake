@@ -1,0 +1,18 @@
+# cmake "-DFILES=a;b" -DOUT=… -P embed.cmake: makes a C++ source of text files, each a string view
+# named after its file: maplibre-gl.js is kMaplibreGlJs.
+set(source "#include \"qenzor/html/assets_impl.h\"\n\nnamespace qenzor {\n")
+foreach(path IN LISTS FILES)
+  get_filename_component(name ${path} NAME)
+  string(REGEX MATCHALL "[A-Za-z]+" words ${name})
+  set(identifier k)
+  foreach(word IN LISTS words)
+    string(TOLOWER ${word} word)
+    string(SUBSTRING ${word} 0 1 first)
+    string(SUBSTRING ${word} 1 -1 rest)
+    string(TOUPPER ${first} first)
+    string(APPEND identifier ${first}${rest})
+  endforeach()
+  file(READ ${path} text)
+  string(APPEND source "const std::string_view ${identifier} = R\"qenzor(${text})qenzor\";\n")
+endforeach()
+file(WRITE ${OUT} "${source}}  // namespace qenzor\n")
