@@ -24,7 +24,9 @@ if(QENZOR_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     message(FATAL_ERROR "QENZOR_FUZZ needs clang: try cmake --preset fuzz")
   endif()
-  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+  set(QENZOR_FUZZ_INSTRUMENTS fuzzer-no-link,address,undefined
+      CACHE STRING "What the fuzz build compiles into the library")
+  add_compile_options(-fsanitize=${QENZOR_FUZZ_INSTRUMENTS} -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()

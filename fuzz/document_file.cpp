@@ -2,27 +2,33 @@
 // same document, but for raster draw infos whose name is counted round and chunks of unknown kinds,
 // which a file steps over unread.
 
+#include "support/chunk_hooks.h"
 #include "support/documents.h"
-#include "support/mutator.h"
+#include "support/memory_limit.h"
+#include "support/text_file.h"
 
 namespace {
 
 template <class Kind>
-void ReadFromFile(const std::uint8_t* data, std::size_t size) {
-  qenzor::CMemFile file(std::vector<std::uint8_t>(data, data + size));
+void ReadFromFile(std::span<const std::uint8_t> input) {
+  const std::uint32_t choice = fuzz::ChoiceOf(input);
+  qenzor::CMemFile memory(std::vector<std::uint8_t>(input.begin(), input.end()));
+  qenzor::CFile on_disk;
+  const bool is_on_disk = choice % 64 == 63;
+  if (is_on_disk) fuzz::Require(on_disk.Open(fuzz::TextFile(input), qenzor::CFile::modeRead));
+  qenzor::CFile& file = is_on_disk ? on_disk : memory;
   typename Kind::Document document;
-  if (document.Read(&file)) fuzz::TakeRound<Kind>(document);
+  bool read = false;
+  {
+    const fuzz::MemoryLimit limit(fuzz::MemoryFor(input.size()));
+    read = document.Read(&file);
+  }
+  if (read) fuzz::TakePassage<Kind>(document, choice);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  ReadFromFile<fuzz::Qen>(data, size);
-  ReadFromFile<fuzz::Zor>(data, size);
+  fuzz::WithKindOf({data, size}, [&]<class Kind>(Kind) { ReadFromFile<Kind>({data, size}); });
   return 0;
-}
-
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
-                                               std::size_t max_size, unsigned seed) {
-  return fuzz::MutateChunks(data, size, max_size, seed);
 }

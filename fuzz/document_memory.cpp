@@ -1,28 +1,27 @@
-// Documents read from memory, then taken through every form.
+// Documents read from memory, in bounds, then taken through another form.
 
+#include "support/chunk_hooks.h"
 #include "support/documents.h"
-#include "support/mutator.h"
+#include "support/memory_limit.h"
 
 namespace {
 
 template <class Kind>
-void ReadFromMemory(const std::uint8_t* data, std::size_t size) {
+void ReadFromMemory(std::span<const std::uint8_t> input) {
   // A block of the exact size, so that a byte too far is seen.
-  const std::vector<std::uint8_t> bytes(data, data + size);
+  const std::vector<std::uint8_t> bytes(input.begin(), input.end());
   typename Kind::Document document;
-  if (document.Read(bytes.data(), static_cast<std::uint32_t>(bytes.size())))
-    fuzz::TakeRound<Kind>(document);
+  bool read = false;
+  {
+    const fuzz::MemoryLimit limit(fuzz::MemoryFor(bytes.size()));
+    read = document.Read(bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+  }
+  if (read) fuzz::TakePassage<Kind>(document, fuzz::ChoiceOf(input));
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  ReadFromMemory<fuzz::Qen>(data, size);
-  ReadFromMemory<fuzz::Zor>(data, size);
+  fuzz::WithKindOf({data, size}, [&]<class Kind>(Kind) { ReadFromMemory<Kind>({data, size}); });
   return 0;
-}
-
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
-                                               std::size_t max_size, unsigned seed) {
-  return fuzz::MutateChunks(data, size, max_size, seed);
 }

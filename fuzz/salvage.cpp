@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "support/mutator.h"
+#include "support/chunk_hooks.h"
 #include "support/require.h"
 
 namespace {
@@ -40,9 +40,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Salvage(data, size, qenzor::BinaryKind::kQen);
   Salvage(data, size, qenzor::BinaryKind::kZor);
   return 0;
-}
-
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
-                                               std::size_t max_size, unsigned seed) {
-  return fuzz::MutateChunks(data, size, max_size, seed);
 }

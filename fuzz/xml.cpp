@@ -1,50 +1,64 @@
-// XML text of both documents: what loads converts, and the document made of it goes round.
+// XML text of both documents: what loads converts, in bounds, and the document made of it takes a
+// passage like those that were read.
 
-#include <unistd.h>
+#include <iterator>
+#include <string_view>
 
-#include <cstdio>
-#include <string>
-
+#include "qenzor/text/xml_file.h"
 #include "support/documents.h"
+#include "support/memory_limit.h"
+#include "support/text_file.h"
+#include "support/xml_hooks.h"
 
 namespace {
 
-/// The converters read from a path; this one leads to memory where the system has such a place.
-const std::string& InputPath() {
-  static const std::string path = [] {
-    const char* folder = access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
-    return std::string(folder) + "/qenzor-fuzz-" + std::to_string(getpid()) + ".xml";
-  }();
-  return path;
+/// Mostly as files are read that say nothing else.
+qenzor::XmlReadOptions OptionsOf(std::uint32_t choice) {
+  using qenzor::XmlEncoding;
+  constexpr XmlEncoding kEncodings[] = {XmlEncoding::kShiftJis, XmlEncoding::kUtf8,
+                                        XmlEncoding::kShiftJis, XmlEncoding::kAuto};
+  qenzor::XmlReadOptions options;
+  options.Encoding = kEncodings[choice / 32 % std::size(kEncodings)];
+  if (choice % 8 == 0)
+    options.Warn = [](std::string_view warning) { fuzz::Require(!warning.empty()); };
+  return options;
 }
 
-bool WriteInput(const std::uint8_t* data, std::size_t size) {
-  std::FILE* file = std::fopen(InputPath().c_str(), "wb");
-  if (file == nullptr) return false;
-  const bool written = std::fwrite(data, 1, size, file) == size;
-  return std::fclose(file) == 0 && written;
+template <class Kind>
+void ReadText(std::span<const std::uint8_t> input) {
+  const std::uint32_t choice = fuzz::ChoiceOf(input);
+  const auto load = [&](const auto& from) {
+    const fuzz::MemoryLimit limit(fuzz::MemoryFor(input.size()));
+    return Kind::LoadXml(from, OptionsOf(choice)).Take();
+  };
+  std::unique_ptr<typename Kind::Edit> edit;
+  if (choice % 64 == 63) {  // by path, at times
+    const qenzor::CString& path = fuzz::TextFile(input);
+    if (qenzor::FindXmlError(path).has_value())
+      fuzz::Require(std::unique_ptr<typename Kind::Edit>(Kind::FromText(path)) == nullptr);
+    edit = load(path);
+  } else {
+    edit = load(std::string_view(reinterpret_cast<const char*>(input.data()), input.size()));
+  }
+  if (edit == nullptr) return;
+  const std::unique_ptr<typename Kind::Document> document(Kind::ToDocument(*edit));
+  fuzz::Require(document != nullptr);
+  // A document without its root is not written; a brush name longer than its block is written but
+  // does not read again.
+  qenzor::CMemFile file;
+  if (!document->Write(&file)) return;
+  typename Kind::Document again;
+  if (again.Read(file.GetBytes().data(), static_cast<std::uint32_t>(file.GetBytes().size())))
+    fuzz::TakePassage<Kind>(*document, choice);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (!WriteInput(data, size)) return 0;
-  const std::unique_ptr<qenzor::CQenEdit> qen_edit(
-      qenzor::CQenTextConverter().ConvertTextToQenEdit(InputPath()));
-  if (qen_edit != nullptr && qen_edit->MapData != nullptr) {
-    const std::unique_ptr<qenzor::CQen> document(qen_edit->EditDataToQenData());
-    fuzz::TakeRound<fuzz::Qen>(*document);
-  }
-  const std::unique_ptr<qenzor::CZorEdit> zor_edit(
-      qenzor::CZorTextConverter().ConvertTextToZorEdit(InputPath()));
-  if (zor_edit != nullptr) {
-    const std::unique_ptr<qenzor::CZor> document(zor_edit->EditDataToZorData());
-    // A brush name longer than its block is written but does not read again.
-    qenzor::CMemFile file;
-    fuzz::Require(document->Write(&file));
-    qenzor::CZor again;
-    if (again.Read(file.GetBytes().data(), static_cast<std::uint32_t>(file.GetBytes().size())))
-      fuzz::TakeRound<fuzz::Zor>(*document);
-  }
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  if (text.find("<Zor") != std::string_view::npos)
+    ReadText<fuzz::Zor>({data, size});
+  else
+    ReadText<fuzz::Qen>({data, size});
   return 0;
 }

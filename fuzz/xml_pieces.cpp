@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "support/require.h"
+#include "support/xml_hooks.h"
 #include "tests/support/xml_readings.h"
 
 namespace {

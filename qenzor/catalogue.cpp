@@ -1,5 +1,6 @@
 #include "qenzor/catalogue.h"
 
+#include <cassert>
 #include <memory>
 #include <new>
 #include <typeinfo>
@@ -17,10 +18,31 @@ CAbstractChunk* Make() {
   return new (std::nothrow) Chunk;
 }
 
+/// Made when the library is loaded: a child that is forked while another thread makes it at its
+/// first use would wait for that thread for ever. Never destroyed, for whoever comes late.
+// NOLINTBEGIN(*-use-equals-default,*-union-access,*-avoid-non-const-global-variables): as it says
+template <class Converter>
+class CShared {
+ public:
+  CShared() noexcept : m_converter() {}
+  ~CShared() {}  // leaves the member alone
+  CShared(const CShared&) = delete;
+  CShared& operator=(const CShared&) = delete;
+
+  Converter& Get() { return m_converter; }
+
+ private:
+  union {
+    Converter m_converter;
+  };
+};
+template <class Converter>
+CShared<Converter> g_shared;
+// NOLINTEND(*-use-equals-default,*-union-access,*-avoid-non-const-global-variables)
+
 template <class Converter>
 CAbstractChunkTextConverter& SharedConverter() {
-  static Converter converter;
-  return converter;
+  return g_shared<Converter>.Get();
 }
 
 template <class T, class Base>
@@ -30,6 +52,7 @@ bool IsA(const Base& object) {
 
 template <class T, class Base>
 bool AreEqual(const Base& a, const Base& b) {
+  assert((IsA<T, Base>(a) && IsA<T, Base>(b)));
   const auto& left = static_cast<const T&>(a);
   const auto& right = static_cast<const T&>(b);
   if constexpr (requires { left.GetElemCount(); })
@@ -60,6 +83,7 @@ constexpr ClassRow kRow{
     &AreEqual<Chunk, CAbstractChunk>,
     &AreEqual<typename Chunk::EditClass, CAbstractChunkEdit>,
     [](CAbstractChunkEdit& edit, CXmlElement& elem) {
+      assert((IsA<typename Chunk::EditClass, CAbstractChunkEdit>(edit)));
       Chunk::ConverterClass::FillEdit(static_cast<typename Chunk::EditClass&>(edit), elem);
     }};
 

@@ -125,7 +125,7 @@ auto ReadWithin(const ReadOptions& options, Read&& read) -> decltype(read()) {
     try {
       return read();
     } catch (const std::bad_alloc&) {
-      return FailureOf(FailureKind::kOutOfMemory, "memory does not suffice");
+      return OutOfMemory({});
     }
   }();
   if (!budget.IsExceeded()) return result;

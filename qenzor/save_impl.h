@@ -25,10 +25,6 @@ inline Failure SavingFailure(FailureKind kind, const CString& path, CString reas
   return failure;
 }
 
-inline Failure NoMemory(const CString& path) {
-  return SavingFailure(FailureKind::kOutOfMemory, path, "the memory does not suffice");
-}
-
 /// Whether all of what the object holds can be stored; else why not.
 template <class Object>
 Result<void> Storable(const Object& object, const CString& path, StoredForm form) {
@@ -88,7 +84,7 @@ Result<void> SaveDocument(typename Kind::Document& document, const CString& path
   if (auto storable = Storable(document, path, form); !storable) return storable;
   return WriteDocument<Kind>(document, path, form, options);
 } catch (const std::bad_alloc&) {
-  return NoMemory(path);
+  return OutOfMemory(path);
 }
 
 /// An edit form that is handed over is given up on the way.
@@ -98,10 +94,10 @@ Result<void> SaveEdit(Edit&& edit, const CString& path, StoredForm form,
   if (auto storable = Storable(edit, path, form); !storable) return storable;
   const std::unique_ptr<typename Kind::Document> document(
       std::is_lvalue_reference_v<Edit> ? Kind::Convert(edit) : Kind::Take(edit));
-  if (document == nullptr) return NoMemory(path);
+  if (document == nullptr) return OutOfMemory(path);
   return WriteDocument<Kind>(*document, path, form, options);
 } catch (const std::bad_alloc&) {
-  return NoMemory(path);
+  return OutOfMemory(path);
 }
 
 }  // namespace qenzor

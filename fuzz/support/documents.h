@@ -4,40 +4,79 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
+#include <string_view>
 #include <vector>
 
-#include "qenzor/qen/qen.h"
-#include "qenzor/zor/zor.h"
+#include "qenzor/qen_xml.h"
+#include "qenzor/zor_xml.h"
+#include "support/chunk_tree.h"
 #include "support/require.h"
 
 namespace fuzz {
 
 struct Qen {
   using Document = qenzor::CQen;
-  static std::unique_ptr<Document> ThroughEdit(Document& document) {
-    qenzor::CQenEdit edit;
-    edit.QenDataToEditData(&document);
-    return std::unique_ptr<Document>(edit.EditDataToQenData());
-  }
+  using Edit = qenzor::CQenEdit;
+  static void FillEdit(Edit& edit, Document& document) { edit.QenDataToEditData(&document); }
+  static Document* ToDocument(Edit& edit) { return edit.EditDataToQenData(); }
   static void ToText(qenzor::CStdioFile& file, Document& document) {
     qenzor::CQenTextConverter().ConvertChunkToText(file, document, 0);
+  }
+  static Edit* FromText(const qenzor::CString& path) {
+    return qenzor::CQenTextConverter().ConvertTextToQenEdit(path);
+  }
+  static auto LoadXml(std::string_view text, const qenzor::XmlReadOptions& options) {
+    return qenzor::ParseQenXml(text, options);
+  }
+  static auto LoadXml(const qenzor::CString& path, const qenzor::XmlReadOptions& options) {
+    return qenzor::ReadQenXml(path, options);
   }
 };
 
 struct Zor {
   using Document = qenzor::CZor;
-  static std::unique_ptr<Document> ThroughEdit(Document& document) {
-    qenzor::CZorEdit edit;
-    edit.ZorDataToEditData(&document);
-    return std::unique_ptr<Document>(edit.EditDataToZorData());
-  }
+  using Edit = qenzor::CZorEdit;
+  static void FillEdit(Edit& edit, Document& document) { edit.ZorDataToEditData(&document); }
+  static Document* ToDocument(Edit& edit) { return edit.EditDataToZorData(); }
   static void ToText(qenzor::CStdioFile& file, Document& document) {
     qenzor::CZorTextConverter().ConvertChunkToText(file, document, 0);
   }
+  static Edit* FromText(const qenzor::CString& path) {
+    return qenzor::CZorTextConverter().ConvertTextToZorEdit(path);
+  }
+  static auto LoadXml(std::string_view text, const qenzor::XmlReadOptions& options) {
+    return qenzor::ParseZorXml(text, options);
+  }
+  static auto LoadXml(const qenzor::CString& path, const qenzor::XmlReadOptions& options) {
+    return qenzor::ReadZorXml(path, options);
+  }
 };
 
+/// A number of the input by which a run chooses what to do, so that it does the same every time.
+inline std::uint32_t ChoiceOf(std::span<const std::uint8_t> input) {
+  std::uint32_t hash = 2166136261U;  // FNV-1a
+  for (const std::uint8_t byte : input) hash = (hash ^ byte) * 16777619U;
+  return hash >> 16U ^ hash;
+}
+
+/// Calls f with the kind that the bytes would be a document of, by the id of the root chunk; where
+/// that is gone, one bit decides.
+template <class F>
+void WithKindOf(std::span<const std::uint8_t> input, F&& f) {
+  const auto has_root = [input](std::size_t offset, std::uint32_t id) {
+    return input.size() >= offset + 4 && GetNumber(input, offset, 4) == id;
+  };
+  const bool is_map = has_root(kQenInfoSize, qenzor::CQenMapData::kChunkId);
+  const bool is_drawing = has_root(kZorInfoSize, qenzor::CZorDrawData::kChunkId);
+  if (is_drawing == is_map ? !input.empty() && input.front() % 2 == 0 : is_drawing)
+    f(Zor{});
+  else
+    f(Qen{});
+}
+
 template <class Document>
-std::vector<std::uint8_t> Bytes(Document& document) {
+std::vector<std::uint8_t> BytesOf(Document& document) {
   qenzor::CMemFile file;
   Require(document.Write(&file));
   return file.GetBytes();
@@ -50,35 +89,79 @@ std::unique_ptr<Document> ReadBack(const std::vector<std::uint8_t>& bytes) {
   return document;
 }
 
-/// A document that reads can be written, and what is written reads to the same again, however it is
-/// copied on the way. Keys that share a bucket of the keyed set change their order with each
-/// passage, so that every second one gives the same bytes.
 template <class Kind>
-void TakeRound(typename Kind::Document& document) {
-  using Document = typename Kind::Document;
-  const std::vector<std::uint8_t> written = Bytes(document);
-  const std::vector<std::uint8_t> once = Bytes(*ReadBack<Document>(written));
-  Require(once.size() == written.size() && Bytes(*ReadBack<Document>(once)) == written);
+std::unique_ptr<typename Kind::Document> ThroughEdit(typename Kind::Document& document) {
+  typename Kind::Edit edit;
+  Kind::FillEdit(edit, document);
+  std::unique_ptr<typename Kind::Document> again(Kind::ToDocument(edit));
+  Require(again != nullptr);
+  return again;
+}
 
+// The passages. Keys that share a bucket of the keyed set change their order with each, so that
+// every second one gives the same bytes.
+
+/// What is written reads to the same again.
+template <class Document>
+void TakeThroughBytes(Document& document) {
+  const std::vector<std::uint8_t> written = BytesOf(document);
+  const std::vector<std::uint8_t> once = BytesOf(*ReadBack<Document>(written));
+  Require(once.size() == written.size());
+  if (once != written) Require(BytesOf(*ReadBack<Document>(once)) == written);
+}
+
+template <class Document>
+void TakeThroughClones(Document& document) {
   const std::unique_ptr<Document> clone(document.Clone());
-  Require(clone != nullptr && Bytes(*clone).size() == written.size());
+  Require(clone != nullptr);
   const std::unique_ptr<Document> twin(clone->Clone());
-  Require(twin != nullptr && Bytes(*twin) == written);
+  Require(twin != nullptr && BytesOf(*twin) == BytesOf(document));
+}
 
-  // The edit form narrows names and gives every draw attribute an index set; beyond the first
-  // passage nothing changes but the order within buckets.
-  const std::unique_ptr<Document> first = Kind::ThroughEdit(document);
-  Require(first != nullptr);
-  const std::unique_ptr<Document> second = Kind::ThroughEdit(*first);
-  Require(second != nullptr);
-  const std::unique_ptr<Document> third = Kind::ThroughEdit(*second);
-  Require(third != nullptr && Bytes(*third) == Bytes(*first));
+/// The edit form narrows names and gives every draw attribute an index set; beyond the first
+/// passage nothing changes but the order within buckets.
+template <class Kind>
+void TakeThroughEdits(typename Kind::Document& document) {
+  const auto first = ThroughEdit<Kind>(document);
+  const auto second = ThroughEdit<Kind>(*first);
+  const auto third = ThroughEdit<Kind>(*second);
+  Require(BytesOf(*third) == BytesOf(*first));
+}
 
+template <class Kind>
+std::vector<std::uint8_t> Text(typename Kind::Document& document) {
   qenzor::CMemFile sink;
   qenzor::CStdioFile text(sink);
   Kind::ToText(text, document);
   text.Close();
   Require(!sink.GetBytes().empty());
+  return sink.GetBytes();
+}
+
+/// One passage or none, as the choice says: what one input spares another one takes.
+template <class Kind>
+void TakePassage(typename Kind::Document& document, std::uint32_t choice) {
+  switch (choice % 32) {
+    case 0:
+      Text<Kind>(document);
+      break;
+    case 1:
+    case 2:
+      TakeThroughEdits<Kind>(document);
+      break;
+    case 3:
+    case 4:
+      TakeThroughClones(document);
+      break;
+    case 5:
+    case 6:
+    case 7:
+    case 8:
+      TakeThroughBytes(document);
+      break;
+    default:
+      break;
+  }
 }
 
 }  // namespace fuzz

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -36,6 +37,8 @@ class CXmlTokens {
   std::uint64_t GetOffset() const { return m_scanner.GetMarkup(); }
   /// Where a view into the text stands.
   std::uint64_t OffsetOf(std::string_view part) const {
+    assert(part.data() >= m_text.data() &&
+           part.data() + part.size() <= m_text.data() + m_text.size());
     return static_cast<std::uint64_t>(part.data() - m_text.data());
   }
   /// The name of a tag, or what a text or CDATA section holds; of other pieces all.

@@ -1,5 +1,6 @@
 #include "qenzor/core/abstract_chunk.h"
 
+#include <cassert>
 #include <memory>
 #include <new>
 
@@ -73,9 +74,13 @@ bool CAbstractChunk::Read(const void* data, const std::uint32_t& size) {
          ReadData(static_cast<const std::uint8_t*>(data) + CChunkHeader::kSize, left);
 }
 
-bool CAbstractChunk::Read(CFile* file) { return m_header.Read(file) && ReadData(file); }
+bool CAbstractChunk::Read(CFile* file) {
+  assert(file != nullptr);
+  return m_header.Read(file) && ReadData(file);
+}
 
 bool CAbstractChunk::ReadData(const void* data, const std::uint32_t& size) try {
+  assert(data != nullptr || size == 0);
   const CDepthGuard depth;
   const std::uint32_t available = size;
   std::uint32_t consumed = 0;
@@ -87,6 +92,7 @@ bool CAbstractChunk::ReadData(const void* data, const std::uint32_t& size) try {
 }
 
 bool CAbstractChunk::ReadData(CFile* file) try {
+  assert(file != nullptr);
   const CDepthGuard depth;
   std::uint32_t consumed = 0;
   if (!ReadPrimitiveBlock(file, consumed)) return false;
@@ -139,6 +145,7 @@ bool CAbstractChunk::ReadChunkBlock(CFile* file, std::uint32_t needed) {
 }
 
 bool CAbstractChunk::Write(CFile* file, bool recalc) {
+  assert(file != nullptr);
   if (recalc) RecursiveReCalcDataSize();
   return m_header.Write(file) && WriteData(file, false);
 }

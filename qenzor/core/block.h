@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 
 #include "qenzor/platform/file.h"
@@ -14,6 +15,7 @@ inline constexpr std::uint32_t kMaxBlockSize = 4096;
 /// straight into the file's buffer where the file lends one. Throws as CFile::Write does.
 template <class Fill>
 void WriteBlock(CFile& file, std::uint32_t size, Fill&& fill) {
+  assert(size != 0 && size <= kMaxBlockSize);
   if (std::uint8_t* room = file.BeginBlock(size); room != nullptr) {
     fill(room);
     file.EndBlock(room + size);

@@ -1,5 +1,7 @@
 #include "qenzor/core/chunk_header.h"
 
+#include <cassert>
+
 #include "qenzor/core/block.h"
 #include "qenzor/core/coding.h"
 
@@ -18,11 +20,13 @@ namespace {
 }  // namespace
 
 bool CChunkHeader::Read(CFile* file) {
+  assert(file != nullptr);
   const std::uint8_t* lent = file->TakeBlock(kSize);
   return lent != nullptr ? Read(lent, kSize) : ReadUnlent(*file, *this);
 }
 
 bool CChunkHeader::Read(const void* data, const std::uint32_t& size) {
+  assert(data != nullptr || size == 0);
   if (size < kSize) return false;
   const auto* bytes = static_cast<const std::uint8_t*>(data);
   NumberCoding::Load(bytes, ChunkId);
@@ -31,6 +35,7 @@ bool CChunkHeader::Read(const void* data, const std::uint32_t& size) {
 }
 
 bool CChunkHeader::Write(CFile* file) try {
+  assert(file != nullptr);
   WriteBlock(*file, kSize, [this](std::uint8_t* bytes) {
     NumberCoding::Store(bytes, ChunkId);
     NumberCoding::Store(bytes + 4, DataSize);

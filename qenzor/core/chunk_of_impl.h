@@ -35,8 +35,8 @@ CAbstractChunk* CChunkOf<Self, Base, Data>::Clone() try {
 template <class Self, class Base, class Data>
 void CChunkOf<Self, Base, Data>::DeepCopy(CAbstractChunk* source) {
   if (source == this) return;
+  auto* same = class_cast<CChunkOf>(source);  // what is released may be the source
   Release();
-  auto* same = class_cast<CChunkOf>(source);
   if (same == nullptr) return;
   this->m_header = same->m_header;
   CopyFields(FieldsOf<CChunkOf>(), *same, *this);

@@ -100,8 +100,8 @@ CAbstractChunk* CChunkSetArray<T>::Clone() try {
 template <class T>
 void CChunkSetArray<T>::DeepCopy(CAbstractChunk* source) {
   if (source == this) return;
+  auto* same = class_cast<CChunkSetArray>(source);  // what is released may be the source
   Release();
-  auto* same = class_cast<CChunkSetArray>(source);
   if (same == nullptr) return;
   this->m_header = same->m_header;
   m_elems.reserve(same->m_elems.size());
@@ -178,8 +178,8 @@ CAbstractChunk* CChunkSetMap<std::uint64_t, T>::Clone() try {
 template <class T>
 void CChunkSetMap<std::uint64_t, T>::DeepCopy(CAbstractChunk* source) {
   if (source == this) return;
+  auto* same = class_cast<CChunkSetMap>(source);  // what is released may be the source
   Release();
-  auto* same = class_cast<CChunkSetMap>(source);
   if (same == nullptr) return;
   this->m_header = same->m_header;
   m_elems.Reserve(same->m_elems.GetCount());

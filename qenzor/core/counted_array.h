@@ -1,8 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <span>
@@ -43,6 +45,8 @@ class CCountedArray {
   /// Gives the array copies of the elements, which must not be its own. False, and nothing changes,
   /// when they are more than it can hold.
   [[nodiscard]] bool Assign(std::span<const T> elems) requires std::is_copy_assignable_v<T> {
+    assert(elems.empty() || empty() || std::less()(&elems.back(), m_elems) ||
+           std::less()(end() - 1, elems.data()));
     if (elems.size() > kMaxCount) return false;
     ResetForOverwrite(static_cast<Count>(elems.size()));
     std::copy(elems.begin(), elems.end(), m_elems);
@@ -75,8 +79,14 @@ class CCountedArray {
   const T* begin() const noexcept { return data(); }
   const T* end() const noexcept { return data() + m_count; }
   /// The element at index, which must be below size().
-  T& operator[](std::size_t index) noexcept { return m_elems[index]; }
-  const T& operator[](std::size_t index) const noexcept { return m_elems[index]; }
+  T& operator[](std::size_t index) noexcept {
+    assert(index < m_count);
+    return m_elems[index];
+  }
+  const T& operator[](std::size_t index) const noexcept {
+    assert(index < m_count);
+    return m_elems[index];
+  }
 
  private:
   T* m_elems = nullptr;

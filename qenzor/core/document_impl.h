@@ -2,14 +2,11 @@
 
 // What the two documents share: a file info block of fixed fields in front of one root chunk.
 
-#include <limits>
-#include <memory>
 #include <new>
 
 #include "qenzor/core/block.h"
 #include "qenzor/core/fields.h"
 #include "qenzor/core/source_impl.h"
-#include "qenzor/platform/pages_impl.h"
 #include "qenzor/platform/window_file_impl.h"
 
 namespace qenzor {
@@ -37,32 +34,13 @@ bool WriteInfo(CFile& file, const Info& info) try {
   return false;
 }
 
-/// Room behind the bytes of a file that was read whole, for whoever must end them with zeros.
-inline constexpr std::size_t kSpareBytes = 4;
-
-/// Reads the whole file into memory and hands its bytes, with the spare ones behind them, to read.
-/// False when the file cannot be opened, is longer than 32 bits can count, does not fit into memory
-/// or does not come whole.
-template <class ReadBytes>
-bool ReadWholeFile(const CString& path, ReadBytes&& read) {
-  CFile file;
-  if (!file.Open(path, CFile::modeRead | CFile::typeBinary)) return false;
-  const std::uint64_t length = file.GetLength();
-  if (length > std::numeric_limits<std::uint32_t>::max()) return false;
-  const auto size = static_cast<std::uint32_t>(length);
-  const std::unique_ptr<std::uint8_t[]> bytes(new (std::nothrow)
-                                                  std::uint8_t[length + kSpareBytes]);
-  if (bytes == nullptr) return false;
-  PopulatePages(bytes.get(), size);
-  if (file.Read(bytes.get(), size) != size) return false;
-  return read(bytes.get(), size);
-}
-
 /// Opens the file and has a document read from it as from memory, of which only a window is there.
 template <class ReadDocument>
-bool ReadThroughWindow(const CString& path, ReadDocument&& read) {
+bool ReadThroughWindow(const CString& path, ReadDocument&& read) try {
   CWindowFile file;
   return file.Open(path, CFile::modeRead | CFile::typeBinary) && read(file);
+} catch (const std::bad_alloc&) {
+  return false;
 }
 
 /// Creates the file and lets write fill it; true when all of it has reached the file.

@@ -3,6 +3,7 @@
 // What field lists do in the chunk form: sizes, reading, writing, copying, releasing.
 
 #include <algorithm>
+#include <cassert>
 #include <memory>
 #include <new>
 #include <vector>
@@ -358,6 +359,7 @@ void ReleaseFields(const Fields& fields, T& object) {
 /// Gives the chunk to the slot that takes its class, which frees what it held; else deletes it.
 template <class Fields, class T>
 void TakeSubChunk(const Fields& fields, T& object, CAbstractChunk* chunk) {
+  assert(chunk != static_cast<CAbstractChunk*>(&object));
   std::unique_ptr<CAbstractChunk> owned(chunk);
   AllFields(fields, [&]<class F>(const F& f) {
     if constexpr (requires { typename F::Chunk; }) {

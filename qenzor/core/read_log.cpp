@@ -150,7 +150,7 @@ bool NoteLevel(const CAbstractChunk& chunk) {
 bool NoteNoMemory(CFile& file) noexcept {
   return Tell([&](CReadLog& log) {
     log.Forget();
-    log.Note(FailureKind::kOutOfMemory, file.GetPosition(), "memory does not suffice");
+    log.Note(FailureKind::kOutOfMemory, file.GetPosition(), "out of memory");
   });
 }
 

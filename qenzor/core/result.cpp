@@ -1,5 +1,7 @@
 #include "qenzor/core/result.h"
 
+#include <exception>
+
 namespace qenzor {
 
 CString Failure::Describe() const {
@@ -20,5 +22,17 @@ CFailureException::CFailureException(Failure failure)
       m_failure(std::make_shared<const Failure>(std::move(failure))) {}
 
 CFailureException::~CFailureException() = default;
+
+Failure OutOfMemory(const CString& path) noexcept {
+  Failure failure;
+  failure.Kind = FailureKind::kOutOfMemory;
+  failure.Reason = "out of memory";  // so short that it takes none
+  try {
+    failure.Path = path;
+  } catch (const std::exception&) {
+    failure.Path.clear();
+  }
+  return failure;
+}
 
 }  // namespace qenzor

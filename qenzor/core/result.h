@@ -51,6 +51,9 @@ class QENZOR_EXPORT CFailureException : public std::runtime_error {
   std::shared_ptr<const Failure> m_failure;  // shared, as copying an exception must not throw
 };
 
+/// For want of memory. Nothing is thrown: the path is left out where there is no memory for it.
+QENZOR_EXPORT Failure OutOfMemory(const CString& path) noexcept;
+
 /// A new object, owned by this result until it is taken, or the reason why there is none.
 template <class T>
 class [[nodiscard]] Result {

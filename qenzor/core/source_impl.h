@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <vector>
 
@@ -14,7 +15,9 @@ namespace qenzor {
 class CMemSource {
  public:
   CMemSource(const void* data, std::uint32_t size)
-      : m_begin(static_cast<const std::uint8_t*>(data)), m_next(m_begin), m_left(size) {}
+      : m_begin(static_cast<const std::uint8_t*>(data)), m_next(m_begin), m_left(size) {
+    assert(data != nullptr || size == 0);
+  }
 
   /// The next size bytes, which stay valid while the memory does; null when there are fewer.
   const std::uint8_t* Take(std::uint64_t size) noexcept {
@@ -63,6 +66,7 @@ class CFileSource {
   /// The bytes of a value, at most 64 KiB. A value takes what there is: of fewer bytes the rest is
   /// zero, and the source is not whole from then on.
   const std::uint8_t* TakeValue(std::uint32_t size) {
+    assert(size <= kPiece);
     m_consumed += size;
     const std::uint8_t* lent = m_file.TakeBlock(size);
     return lent != nullptr || m_window != nullptr ? lent : ReadValue(size);
@@ -79,6 +83,7 @@ class CFileSource {
   bool ReadsAsMemory() const noexcept { return m_window != nullptr; }
   /// Goes back to where only so many bytes were consumed.
   void GoBackTo(std::uint32_t consumed) {
+    assert(consumed <= m_consumed && ReadsAsMemory());
     if (consumed == m_consumed) return;
     m_file.Seek(std::int64_t{consumed} - std::int64_t{m_consumed}, CFile::current);
     m_consumed = consumed;

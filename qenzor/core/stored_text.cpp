@@ -1,5 +1,7 @@
 #include "qenzor/core/stored_text.h"
 
+#include <cassert>
+
 #include "qenzor/core/coding.h"
 #include "qenzor/platform/memory_budget_impl.h"
 
@@ -8,6 +10,7 @@ namespace qenzor {
 void DecodeStoredText(const std::uint8_t* bytes, std::uint32_t size, CStringW& text) {
   constexpr std::uint16_t kMark = 0xFEFF;
   constexpr std::uint16_t kSwappedMark = 0xFFFE;
+  assert(bytes != nullptr || size == 0);
   CStringW().swap(text);
   if (size < 2) return;
   const auto mark = little_endian::Load<std::uint16_t>(bytes);

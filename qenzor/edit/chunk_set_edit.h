@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -76,6 +77,7 @@ class QENZOR_EXPORT CChunkSetArrayEdit : public CAbstractChunkSetEdit<TEdit> {
   }
   template <class E>
   E& Insert(std::size_t index, std::unique_ptr<E> elem) {
+    assert(elem != nullptr);
     E& added = *elem;
     m_list.insert(m_list.begin() + static_cast<std::ptrdiff_t>(std::min(index, m_list.size())),
                   std::move(elem));

@@ -74,8 +74,8 @@ CAbstractChunkEdit* CChunkSetArrayEdit<T, TEdit>::Clone() {
 template <class T, class TEdit>
 void CChunkSetArrayEdit<T, TEdit>::DeepCopy(CAbstractChunkEdit* source) {
   if (source == this) return;
+  auto* same = dynamic_cast<CChunkSetArrayEdit*>(source);  // what is released may be the source
   Release();
-  auto* same = dynamic_cast<CChunkSetArrayEdit*>(source);
   if (same == nullptr) return;
   m_list.reserve(same->m_list.size());
   for (const auto& elem : same->m_list)
@@ -180,8 +180,8 @@ CAbstractChunkEdit* CChunkSetMapEdit<std::uint64_t, T, TEdit>::Clone() {
 template <class T, class TEdit>
 void CChunkSetMapEdit<std::uint64_t, T, TEdit>::DeepCopy(CAbstractChunkEdit* source) {
   if (source == this) return;
+  auto* same = dynamic_cast<CChunkSetMapEdit*>(source);  // what is released may be the source
   Release();
-  auto* same = dynamic_cast<CChunkSetMapEdit*>(source);
   if (same == nullptr) return;
   m_elems.Reserve(same->m_elems.GetCount());
   ForEachElemTrailing(

@@ -30,9 +30,9 @@ CAbstractChunkEdit* CEditOf<Chunk>::Clone() {
 template <class Chunk>
 void CEditOf<Chunk>::DeepCopy(CAbstractChunkEdit* source) {
   if (source == this) return;
+  const auto* same = dynamic_cast<const CEditOf*>(source);  // what is released may be the source
   Release();
-  if (const auto* same = dynamic_cast<const CEditOf*>(source); same != nullptr)
-    CopyEditFields(FieldsOf<CEditOf>(), *same, *this);
+  if (same != nullptr) CopyEditFields(FieldsOf<CEditOf>(), *same, *this);
 }
 
 template <class Chunk>

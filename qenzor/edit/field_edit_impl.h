@@ -2,6 +2,8 @@
 
 // What field lists do between the chunk form and the edit form, and within the edit form.
 
+#include <cassert>
+
 #include "qenzor/core/field_io_impl.h"
 #include "qenzor/edit/chunk_set_edit_impl.h"
 #include "qenzor/platform/code_page.h"
@@ -158,6 +160,7 @@ void CopyEditFields(const Fields& fields, const T& from, T& to) {
 /// destroys it.
 template <class Fields, class T>
 bool TakeSubChunkEdit(const Fields& fields, T& object, CAbstractChunkEdit* sub) {
+  assert(sub != static_cast<CAbstractChunkEdit*>(&object));
   std::unique_ptr<CAbstractChunkEdit> owned(sub);
   return !AllFields(fields, [&]<class F>(const F& f) {
     if constexpr (requires { typename F::Chunk; }) {

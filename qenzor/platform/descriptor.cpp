@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 
@@ -98,17 +99,23 @@ int Open(const CString& path, Access access) noexcept {
 }
 
 // Whatever close says, the descriptor is gone: calling it again might close another file.
-bool Close(int file) noexcept { return CloseFile(file) == 0 || errno == EINTR; }
+bool Close(int file) noexcept {
+  assert(file >= 0);
+  return CloseFile(file) == 0 || errno == EINTR;
+}
 
 std::int64_t Read(int file, void* data, std::uint32_t size) noexcept {
+  assert(data != nullptr || size == 0);
   return Insist([&] { return ReadFile(file, data, std::min(size, kMostAtOnce)); });
 }
 
 bool Write(int file, const void* data, std::uint32_t size) noexcept {
+  assert(data != nullptr || size == 0);
   const auto* bytes = static_cast<const std::uint8_t*>(data);
   while (size > 0) {
     const std::int64_t count =
         Insist([&] { return WriteFile(file, bytes, std::min(size, kMostAtOnce)); });
+    if (count == 0) errno = EIO;  // a device that takes nothing and does not say why
     if (count <= 0) return false;
     bytes += count;
     size -= static_cast<std::uint32_t>(count);

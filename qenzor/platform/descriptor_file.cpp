@@ -1,3 +1,4 @@
+#include <cassert>
 #include <cerrno>
 #include <utility>
 
@@ -17,9 +18,12 @@ bool CDescriptor::Close() noexcept {
 }
 
 void CDescriptorFile::Attach(int descriptor) {
+  assert(descriptor >= 0 && m_descriptor < 0);
   AllowWriting();
   LendBuffer();
   m_descriptor = descriptor;
+  // Want of memory shows here, and not in the middle of what is written.
+  static_cast<void>(BeginBlock(1));
 }
 
 std::uint32_t CDescriptorFile::Read(void* /*data*/, std::uint32_t /*size*/) { return 0; }
@@ -30,7 +34,7 @@ bool CDescriptorFile::Finish() noexcept {
   } catch (const CFileException&) {
     return false;
   }
-  return m_error == 0;
+  return m_error == 0 && !HasFailed();
 }
 
 void CDescriptorFile::WriteThrough(const void* data, std::uint32_t size) {

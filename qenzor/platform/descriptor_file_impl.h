@@ -26,6 +26,7 @@ class CDescriptor {
 /// A descriptor of somebody else's as a file that is written from front to back. A failure sticks.
 class CDescriptorFile final : public CFile {
  public:
+  /// Throws std::bad_alloc.
   void Attach(int descriptor);
 
   std::uint32_t Read(void* data, std::uint32_t size) override;  ///< always 0

@@ -1,6 +1,7 @@
 #include "qenzor/platform/file.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -53,6 +54,7 @@ bool CFile::Open(const CString& path, std::uint32_t flags) {
   m_reads = access != Access::kCreate;
   m_writes = access != Access::kRead;
   m_failed = false;
+  m_isLossUntold = false;
   // A derived class would not hear of what is taken out of the buffer and put into it.
   if (typeid(*this) == typeid(CFile)) LendBuffer();
   return true;
@@ -64,14 +66,18 @@ void CFile::ReadAsMemory(std::uint32_t size, std::uint32_t behind) noexcept {
   LendBuffer();
 }
 
+/// False when what was written cannot be sent on.
+bool CFile::StopWriting() noexcept try {
+  EmptyBuffer();
+  return true;
+} catch (...) {
+  m_isLossUntold = true;
+  return false;
+}
+
 bool CFile::StartReading() noexcept {
-  if (m_buffer.GetState() == CFileBuffer::State::kReading) return true;
-  try {
-    EmptyBuffer();
-  } catch (...) {
-    return false;  // what could not be written is told by the next write
-  }
-  return m_reads && m_buffer.Start(CFileBuffer::State::kReading);
+  return m_buffer.GetState() == CFileBuffer::State::kReading ||
+         (StopWriting() && m_reads && m_buffer.Start(CFileBuffer::State::kReading));
 }
 
 void CFile::StartWriting() {
@@ -142,7 +148,10 @@ void CFile::WriteThrough(const void* data, std::uint32_t size) {
 }
 
 std::uint32_t CFile::Read(void* data, std::uint32_t size) {
-  if (!StartReading()) return 0;
+  assert(data != nullptr || size == 0);
+  if (!StopWriting() || !m_reads) return 0;
+  // Without memory for a buffer everything goes past it, as does what it could not take at once.
+  const std::uint32_t most = StartReading() ? m_buffer.GetMostTaken() : 0;
   auto* bytes = static_cast<std::uint8_t*>(data);
   std::uint32_t done = 0;
   while (done < size) {
@@ -151,8 +160,7 @@ std::uint32_t CFile::Read(void* data, std::uint32_t size) {
       std::memcpy(bytes + done, m_buffer.GetNext(), count);
       m_buffer.Move(count);
       done += count;
-    } else if (wanted >= m_buffer.GetMostTaken()) {
-      // What the buffer could not take at once goes past it.
+    } else if (wanted >= most) {
       m_buffer.Start(CFileBuffer::State::kReading);
       const std::uint32_t read = ReadThrough(bytes + done, wanted);
       if (read == 0) break;
@@ -165,6 +173,7 @@ std::uint32_t CFile::Read(void* data, std::uint32_t size) {
 }
 
 void CFile::Write(const void* data, std::uint32_t size) {
+  assert(data != nullptr || size == 0);
   if (size == 0) return;
   StartWriting();
   if (size > m_buffer.GetRoom()) {
@@ -212,7 +221,16 @@ void CFile::MoveTo(std::uint64_t position) {
   }
 }
 
-void CFile::Flush() { EmptyBuffer(); }
+/// Throws for what was lost where nothing could be thrown, once.
+void CFile::TellLoss() {
+  if (std::exchange(m_isLossUntold, false))
+    throw CFileException("the file did not take what was written");
+}
+
+void CFile::Flush() {
+  EmptyBuffer();
+  TellLoss();
+}
 
 void CFile::Close() {
   try {
@@ -225,6 +243,7 @@ void CFile::Close() {
     m_failed = true;
     throw CFileException("the file could not be closed");
   }
+  TellLoss();
 }
 
 bool CFile::CloseDescriptor() noexcept {
@@ -254,6 +273,7 @@ bool CDocumentFile::Finish() noexcept {
 bool CMemFile::Open(const CString& /*path*/, std::uint32_t /*flags*/) { return false; }
 
 std::uint32_t CMemFile::Read(void* data, std::uint32_t size) {
+  assert(data != nullptr || size == 0);
   if (m_position >= m_bytes.size()) return 0;
   const auto count =
       static_cast<std::uint32_t>(std::min<std::uint64_t>(size, m_bytes.size() - m_position));
@@ -263,6 +283,7 @@ std::uint32_t CMemFile::Read(void* data, std::uint32_t size) {
 }
 
 void CMemFile::Write(const void* data, std::uint32_t size) {
+  assert(data != nullptr || size == 0);
   if (size == 0) return;
   const std::uint64_t past = PositionFrom(m_position, size);
   try {
@@ -315,9 +336,13 @@ std::uint8_t* CStdioFile::BeginText(std::uint32_t size) {
 
 void CStdioFile::WriteString(std::string_view text) {
   while (!text.empty()) {
-    const std::size_t length = std::min<std::size_t>(text.find('\n'), text.size());
-    Write(text.data(), static_cast<std::uint32_t>(length));
-    text.remove_prefix(length);
+    const std::size_t length = std::min(text.find('\n'), text.size());
+    for (std::size_t left = length; left > 0;) {
+      const auto size = static_cast<std::uint32_t>(std::min<std::size_t>(left, kMaxBlock));
+      Write(text.data(), size);
+      text.remove_prefix(size);
+      left -= size;
+    }
     if (text.empty()) return;
     Write("\r\n", 2);
     text.remove_prefix(1);

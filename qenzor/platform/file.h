@@ -26,9 +26,10 @@ class QENZOR_EXPORT CFileException : public std::exception {
 
 /// A file on disk, and the interface of everything that chunks are read from and written to.
 /// Reading never throws here: a short count is the sign of the end or of an error. Writing throws
-/// CFileException; after the first failure every later write throws too. Reads and writes may
-/// follow each other in any order. A derived class overrides the virtual operations; the library
-/// asks nothing else of it.
+/// CFileException; after the first failure every later write throws too, and what a Read could not
+/// send on for its user is told by the next Flush or Close. Reads and writes may follow each other
+/// in any order. A derived class overrides the virtual operations; the library asks nothing else of
+/// it.
 class QENZOR_EXPORT CFile {
  public:
   enum OpenFlags : std::uint32_t {
@@ -104,6 +105,7 @@ class QENZOR_EXPORT CFile {
   std::uint64_t GetSystemPosition() const noexcept { return m_systemPosition; }
 
  private:
+  bool StopWriting() noexcept;
   bool StartReading() noexcept;
   void StartWriting();
   bool Refill() noexcept;
@@ -111,6 +113,7 @@ class QENZOR_EXPORT CFile {
   std::uint8_t* MakeRoom(std::uint32_t size);
   void MoveTo(std::uint64_t position);
   bool CloseDescriptor() noexcept;
+  void TellLoss();
 
   CFileBuffer m_buffer;
   int m_file;
@@ -118,6 +121,7 @@ class QENZOR_EXPORT CFile {
   bool m_reads = false;
   bool m_writes = false;
   bool m_failed = false;
+  bool m_isLossUntold = false;  ///< whether a write has failed where nothing could be thrown
   bool m_readsAsMemory = false;
 };
 

@@ -83,7 +83,10 @@ class QENZOR_EXPORT CFileBuffer {
     return m_lentRoom - m_next < static_cast<std::ptrdiff_t>(size) ? nullptr : m_next;
   }
   /// Counts what was put into lent room up to here.
-  void EndRoom(std::uint8_t* end) noexcept { m_next = end; }
+  void EndRoom(std::uint8_t* end) noexcept {
+    assert(end == m_next || (m_state == State::kWriting && end > m_next && end <= m_end));
+    m_next = end;
+  }
 
  private:
   void UpdateLent() noexcept;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <chrono>
 #include <exception>
 #include <new>
@@ -65,11 +66,9 @@ CKeyIndex::Salt CKeyIndex::DrawSalt() noexcept try {
   return {static_cast<std::uint64_t>(time) * kMixer, place * kMixer | 1U};
 }
 
-const CKeyIndex::Salt& CKeyIndex::GetSalt() noexcept {
-  // Drawn once per process.
-  static const Salt s_salt = DrawSalt();
-  return s_salt;
-}
+// Drawn once per process, when the library is loaded: a child that is forked while another thread
+// draws it at its first use would wait for that thread for ever.
+const CKeyIndex::Salt CKeyIndex::s_salt = DrawSalt();
 
 std::size_t CKeyIndex::FindPosition(std::uint64_t key, std::uint32_t position) const noexcept {
   if (m_count == 0) return kNoSlot;
@@ -79,6 +78,7 @@ std::size_t CKeyIndex::FindPosition(std::uint64_t key, std::uint32_t position) c
 }
 
 bool CKeyIndex::Relocate(std::uint64_t key, std::uint32_t from, std::uint32_t to) noexcept {
+  assert(to != kAbsent);
   const std::size_t at = FindPosition(key, from);
   if (at != kNoSlot) m_slots[at].Position = to;
   return at != kNoSlot;
@@ -91,6 +91,7 @@ bool CKeyIndex::Holds(std::uint64_t key, std::uint32_t position) const noexcept 
 // What stands behind a free slot must still be found from its own: it moves up unless that would
 // bring it in front of its home.
 void CKeyIndex::CloseSlot(std::size_t at) noexcept {
+  assert(m_count != 0 && at < m_slotCount && m_slots[at].Position != kAbsent);
   const std::size_t mask = m_slotCount - 1;
   for (std::size_t next = NextOf(at); m_slots[next].Position != kAbsent; next = NextOf(next)) {
     const std::size_t home = HomeOf(m_slots[next].Hash);
@@ -112,7 +113,7 @@ void CKeyIndex::Grow(std::size_t count) {
   grown.m_slots = std::make_unique<Slot[]>(grown.m_slotCount);
   grown.m_room = grown.m_slotCount / 2;
   grown.m_shift = 32 - static_cast<std::uint32_t>(std::countr_zero(grown.m_slotCount));
-  grown.m_salt = m_slotCount == 0 ? GetSalt() : m_salt;
+  grown.m_salt = m_slotCount == 0 ? s_salt : m_salt;
   grown.m_count = m_count;
   for (std::size_t from = 0; from < m_slotCount; ++from) {
     if (m_slots[from].Position == kAbsent) continue;
@@ -124,6 +125,7 @@ void CKeyIndex::Grow(std::size_t count) {
 }
 
 std::vector<std::uint32_t> OrderByBucket(std::vector<BucketSlot> slots, std::uint32_t buckets) {
+  assert(buckets != 0);
   // Counting touches every bucket and sorting compares every slot about log2(slots) times: a few
   // slots per hundred buckets are where the two cost the same.
   constexpr std::size_t kBucketsPerSlot = 32;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -41,6 +42,7 @@ class QENZOR_EXPORT CKeyIndex {
   /// must be room.
   template <class KeyAt>
   std::uint32_t FindOrAdd(std::uint64_t key, std::uint32_t position, const KeyAt& key_at) noexcept {
+    assert(m_count < m_room && position != kAbsent);
     Slot& slot = m_slots[FindSlot(key, key_at)];
     const std::uint32_t found = slot.Position;
     if (found == kAbsent) {
@@ -84,7 +86,7 @@ class QENZOR_EXPORT CKeyIndex {
     std::uint64_t Factor = 1;  // odd, so that no two keys become one
   };
   static Salt DrawSalt() noexcept;
-  static const Salt& GetSalt() noexcept;
+  static const Salt s_salt;
   static constexpr std::uint64_t kMixer = 0x9E3779B97F4A7C15;
   static constexpr std::size_t kNoSlot = std::numeric_limits<std::size_t>::max();
 
@@ -122,6 +124,7 @@ class QENZOR_EXPORT CKeyIndex {
 /// The bucket of a key, below `buckets` (which is not 0): one step of the minimal standard
 /// generator on the key's low 32 bits, by Schrage's method, whose products all fit in 32 bits.
 constexpr std::uint32_t BucketOfKey(std::uint64_t key, std::uint32_t buckets) noexcept {
+  assert(buckets != 0);
   const auto number = static_cast<std::int32_t>(static_cast<std::uint32_t>(key));
   const std::int32_t quotient = number / 127773;
   const std::int32_t remainder = number % 127773;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -38,7 +39,7 @@ class CMap {
   };
 
   /// `buckets` is not 0.
-  explicit CMap(std::uint32_t buckets) noexcept : m_buckets(buckets) {}
+  explicit CMap(std::uint32_t buckets) noexcept : m_buckets(buckets) { assert(buckets != 0); }
 
   std::size_t GetCount() const noexcept { return m_index.GetCount(); }
 
@@ -93,11 +94,12 @@ class CMap {
   /// As if all keys had been added the other way round.
   void Reverse() {
     CloseGaps();
+    CKeyIndex index;
+    index.Reserve(m_entries.size());
     std::reverse(m_entries.begin(), m_entries.end());
-    m_index.Clear();
-    m_index.Reserve(m_entries.size());
     for (std::uint32_t at = 0; at < m_entries.size(); ++at)
-      m_index.FindOrAdd(m_entries[at].Key, at, KeyAt());
+      index.FindOrAdd(m_entries[at].Key, at, KeyAt());
+    m_index = std::move(index);
   }
 
   /// Makes room for `count` keys in all.
@@ -121,8 +123,14 @@ class CMap {
   }
 
   /// The entry at a position that WalkOrder gave. Its key must not be changed.
-  Entry& At(std::uint32_t position) noexcept { return m_entries[position]; }
-  const Entry& At(std::uint32_t position) const noexcept { return m_entries[position]; }
+  Entry& At(std::uint32_t position) noexcept {
+    assert(position < m_entries.size());
+    return m_entries[position];
+  }
+  const Entry& At(std::uint32_t position) const noexcept {
+    assert(position < m_entries.size());
+    return m_entries[position];
+  }
 
   /// Calls `visit(key, value)` for every entry in the map's order. `visit` must neither add nor
   /// remove keys. `ahead(key)` is called some entries before `visit` gets the key.
@@ -140,6 +148,7 @@ class CMap {
         ahead(next.Key);
       }
       visit(m_entries[order[i]].Key, m_entries[order[i]].Value);
+      assert(GetCount() == order.size());
     }
   }
   /// The same in the order of addition, which is quicker.

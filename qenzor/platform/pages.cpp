@@ -1,3 +1,4 @@
+#include <cassert>
 #include <cstdint>
 #include <memory>
 
@@ -12,6 +13,7 @@ namespace qenzor {
 
 void PopulatePages(void* memory, std::size_t size) noexcept {
 #ifdef MADV_POPULATE_WRITE
+  assert(memory != nullptr);
   const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
   auto* const end = static_cast<std::uint8_t*>(memory) + size;
   void* from = memory;

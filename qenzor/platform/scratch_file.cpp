@@ -2,6 +2,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 
@@ -24,11 +26,11 @@ bool ReserveRoom(int file, off_t size) noexcept {
 bool CopyContent(int from, int to) {
   struct stat status {};
   if (::fstat(from, &status) != 0 || !ReserveRoom(to, status.st_size)) return false;
-  constexpr std::uint32_t kBlockSize = 262144;
-  const auto block = std::make_unique_for_overwrite<std::uint8_t[]>(kBlockSize);
+  // Not from the heap: nothing may be thrown while the other file is half written.
+  std::array<std::uint8_t, 32768> block;
   for (off_t at = 0; at < status.st_size;) {
-    const ssize_t count = ::pread(from, block.get(), kBlockSize, at);
-    if (count <= 0 || !descriptor::Write(to, block.get(), static_cast<std::uint32_t>(count)))
+    const ssize_t count = ::pread(from, block.data(), block.size(), at);
+    if (count <= 0 || !descriptor::Write(to, block.data(), static_cast<std::uint32_t>(count)))
       return false;
     at += count;
   }
@@ -64,6 +66,7 @@ bool CScratchFile::Create(const CString& folder, unsigned permissions) {
 }
 
 bool CScratchFile::MoveTo(const CString& path) {
+  assert(m_file.IsOpen());
   const CString self = SelfPath();
   const auto link_as = [&](const CString& name) {
     return m_isNamed ||
@@ -87,6 +90,7 @@ bool CScratchFile::MoveTo(const CString& path) {
 }
 
 bool CScratchFile::CopyOver(const CString& path) {
+  assert(m_file.IsOpen());
   bool copied = false;
   int error = ECANCELED;
   m_name->Change([&] {

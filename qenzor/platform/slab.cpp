@@ -46,6 +46,7 @@ class CSlabCutter {
 
  private:
   void* CutHere(std::size_t rounded) noexcept {
+    assert(rounded != 0 && rounded <= m_left && rounded % kAlignment == 0);
     std::uint8_t* block = m_next;
     m_next += rounded;
     m_left -= rounded;

@@ -191,7 +191,11 @@ void CSlabSource::Return(SlabRow row) noexcept {
     const std::lock_guard lock(m_mutex);
     Area* area = Area::Of(row.Front);
     const auto first = static_cast<std::size_t>(row.Front - area->Slab(0)) / kSlabSize;
-    for (std::size_t i = first; i < first + row.Count; ++i) area->Free.set(i);
+    assert(m_areas.Has(area) && first > 0 && first + row.Count <= kSlabsOfArea);
+    for (std::size_t i = first; i < first + row.Count; ++i) {
+      assert(!area->Free[i]);
+      area->Free.set(i);
+    }
     m_kept += row.Count;
     File(*area);
     dead = Shrink(m_mostKept);

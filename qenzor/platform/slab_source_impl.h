@@ -5,6 +5,7 @@
 #include <array>
 #include <atomic>
 #include <bitset>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
@@ -109,6 +110,7 @@ class CSlabSource {
 
   /// Takes note of blocks of a slab that are dead, or were never cut.
   void Drop(void* slab, std::int32_t blocks) noexcept {
+    assert(Owns(slab) && blocks > 0);
     if (Area::Of(slab)->LiveOf(slab).fetch_sub(blocks, std::memory_order_acq_rel) == blocks)
       ReturnSlabOf(slab);
   }

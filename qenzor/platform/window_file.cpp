@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <limits>
+#include <new>
 
 #include "qenzor/platform/descriptor_impl.h"
 #include "qenzor/platform/window_file_impl.h"
@@ -20,6 +22,7 @@ bool CWindowFile::Open(const CString& path, std::uint32_t flags) {
 }
 
 bool CWindowFile::OpenMemory(std::span<const std::uint8_t> bytes) {
+  assert(m_memory == nullptr && GetDescriptor() < 0);
   AllowReading();
   m_memory = bytes.data();
   m_isLengthKnown = true;
@@ -34,10 +37,12 @@ bool CWindowFile::Measure(std::uint64_t length) {
     ReadAsMemory(kSize, kBehind);
   else
     ReadAsMemory(std::max(static_cast<std::uint32_t>(length), std::uint32_t{1}), 0);
+  if (TakeBlock(0) == nullptr) throw std::bad_alloc();
   return true;
 }
 
 std::uint32_t CWindowFile::GetLeft() const noexcept {
+  assert(CFile::GetPosition() <= m_length);
   return static_cast<std::uint32_t>(m_length - CFile::GetPosition());
 }
 
@@ -67,8 +72,9 @@ std::uint32_t CWindowFile::ReadThrough(void* data, std::uint32_t size) noexcept 
       m_length = position;  // a pipe ends here; a file, too, which has become shorter
     }
   }
-  if (m_watch && !m_watch(position + count)) m_length = position + (count = 0);
-  return count;
+  if (!m_watch || m_watch(position + count)) return count;
+  m_length = GetSystemPosition();  // nothing more comes
+  return 0;
 }
 
 }  // namespace qenzor

@@ -16,9 +16,10 @@ class CWindowFile final : public CFile {
   static constexpr std::uint32_t kBehind = 64 * 1024;
 
   /// Opens a plain file or a pipe. False for devices, and for more bytes than 32 bits can count.
+  /// Throws std::bad_alloc where there is no memory for the window, which is not found out later.
   bool Open(const CString& path, std::uint32_t flags) override;
   /// Makes these bytes, which stay the caller's, the content. False for more than 32 bits can
-  /// count.
+  /// count; throws likewise.
   bool OpenMemory(std::span<const std::uint8_t> bytes);
   /// Whether opening failed because there is too much.
   bool IsTooLong() const noexcept { return m_isTooLong; }

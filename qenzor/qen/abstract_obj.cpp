@@ -12,9 +12,9 @@ const CRuntimeClass& CAbstractObj::GetRuntimeClass() const { return kRuntimeClas
 
 void CAbstractObj::DeepCopy(CAbstractChunk* source) {
   if (source == this) return;
+  const auto* same = class_cast<CAbstractObj>(source);  // what is released may be the source
   CAbstractObj::Release();
-  if (const auto* same = class_cast<CAbstractObj>(source); same != nullptr)
-    CopyFields(BaseFields(), *same, *this);
+  if (same != nullptr) CopyFields(BaseFields(), *same, *this);
 }
 
 void CAbstractObj::SubChunkSet(std::uint32_t /*index*/, CAbstractChunk* chunk) {

@@ -1,5 +1,6 @@
 #include "qenzor/qen/qen.h"
 
+#include <cassert>
 #include <optional>
 
 #include "qenzor/core/document_impl.h"
@@ -24,6 +25,7 @@ CQen* CQen::Clone() try {
 }
 
 void CQen::DeepCopy(CQen* source) {
+  assert(source != nullptr);
   const CBulkPhase phase;
   if (source == this) return;
   Release();
@@ -64,7 +66,7 @@ bool CQen::ReadFileInfo(const void* data, const std::uint32_t& size) {
 
 bool CQen::ReadMapData(CFile* file) {
   MapData.reset(new (std::nothrow) CQenMapData);
-  return MapData != nullptr && MapData->Read(file);
+  return MapData != nullptr ? MapData->Read(file) : NoteNoMemory(*file);
 }
 
 bool CQen::ReadMapData(const void* data, const std::uint32_t& size) {
@@ -101,6 +103,7 @@ CQen* CQenEdit::TakeQenData() {
 }
 
 void CQenEdit::QenDataToEditData(CQen* doc) {
+  assert(doc != nullptr);
   const CBulkPhase phase;
   Release();
   QenFileInfo::operator=(static_cast<const QenFileInfo&>(*doc));

@@ -103,7 +103,7 @@ Result<Edit> ReadXmlDocument(CFile& text, const XmlReadOptions& options, const X
   if (edit != nullptr) return edit;
   return FailureAtPath({}, FailureKind::kNotSuchDocument, "there is no element");
 } catch (const std::bad_alloc&) {
-  return FailureAtPath({}, FailureKind::kOutOfMemory, "out of memory");
+  return OutOfMemory({});
 }
 
 }  // namespace qenzor

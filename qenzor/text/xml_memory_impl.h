@@ -16,12 +16,14 @@
 
 namespace qenzor {
 
-inline Failure FailureAtPath(const CString& path, FailureKind kind, const char* reason) {
+inline Failure FailureAtPath(const CString& path, FailureKind kind, const char* reason) try {
   Failure failure;
   failure.Kind = kind;
   failure.Path = path;
   failure.Reason = reason;
   return failure;
+} catch (const std::bad_alloc&) {
+  return OutOfMemory(path);
 }
 
 /// Text of the caller's that is read from front to end.
@@ -69,7 +71,7 @@ Result<void> WriteXmlText(CFile& file, XmlEncoding encoding, Write&& write) try 
 } catch (const CFileException& error) {
   return FailureAtPath({}, FailureKind::kCannotWrite, error.what());
 } catch (const std::bad_alloc&) {
-  return FailureAtPath({}, FailureKind::kOutOfMemory, "out of memory");
+  return OutOfMemory({});
 }
 
 /// What write puts into a file.
@@ -81,7 +83,7 @@ Result<std::string> XmlTextOf(Write&& write) try {
   if (!written) return written.GetFailure();
   return text;
 } catch (const std::bad_alloc&) {
-  return FailureAtPath({}, FailureKind::kOutOfMemory, "out of memory");
+  return OutOfMemory({});
 }
 
 }  // namespace qenzor

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <memory>
 
 #include "qenzor/text/xml_pieces_impl.h"
@@ -25,6 +26,7 @@ bool IsBlank(std::string_view text) {
 }  // namespace
 
 TiXmlElement& CXmlElement::GetValue() {
+  assert(m_elem != nullptr);
   if (m_pieces != nullptr && m_elem->NoChildren()) m_pieces->ReadText(*m_elem);
   return *m_elem;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -39,6 +40,7 @@ class CXmlScanner {
   std::uint64_t GetPosition() const { return m_position; }
   /// Moves on to the end of the element whose tag has just been passed.
   void SkipElement(std::uint64_t end, bool is_empty) {
+    assert(end >= m_position && (is_empty || m_depth > 0));
     m_position = end;
     if (!is_empty) --m_depth;
   }

@@ -77,6 +77,7 @@ void CUtf8Watch::Take(std::string_view text) {
 
 CXmlWindow::CXmlWindow(CFile& file, std::size_t step)
     : m_file(file), m_step(std::min<std::size_t>(step, std::numeric_limits<std::uint32_t>::max())) {
+  assert(step != 0);
   const std::uint64_t length = file.GetLength();
   m_knows_length = length != 0;  // a pipe has none
   if (m_knows_length) m_left = length - std::min(length, file.GetPosition());
@@ -121,6 +122,7 @@ void CXmlWindow::Take(std::size_t size) {
 }
 
 void CXmlWindow::GiveUp(std::uint64_t keep) {
+  assert(keep >= m_position && keep <= GetEnd());
   const auto size = static_cast<std::size_t>(keep - m_position);
   Advance({m_text.get() + m_begin, size}, m_line, m_column);
   m_begin += size;

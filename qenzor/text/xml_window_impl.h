@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -33,6 +34,7 @@ class CXmlWindow {
   /// What is known of the text from a position on that has not been given up. Four zeros and no
   /// other zero stand behind it.
   std::string_view From(std::uint64_t position) const {
+    assert(position >= m_position && position <= GetEnd());
     return {m_text.get() + (position - m_position + m_begin), GetEnd() - position};
   }
   /// Whether nothing comes behind what is known.

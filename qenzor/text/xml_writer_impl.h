@@ -3,6 +3,7 @@
 // The lines that XML text is made of, put together in the text file's own buffer.
 
 #include <array>
+#include <cassert>
 #include <cstring>
 #include <string_view>
 
@@ -52,6 +53,7 @@ class CTextCursor {
   /// The front of the text, all of which is copied: a fixed size is quicker than the right one.
   void PutFront(std::string_view text, std::size_t size) {
     constexpr std::size_t kFixed = 64;
+    assert(text.size() == kFixed && size <= kFixed);
     std::memcpy(m_at, text.data(), kFixed);
     m_at += size;
   }

@@ -1,5 +1,6 @@
 #include "qenzor/zor/zor.h"
 
+#include <cassert>
 #include <optional>
 
 #include "qenzor/core/document_impl.h"
@@ -24,6 +25,7 @@ CZor* CZor::Clone() try {
 }
 
 void CZor::DeepCopy(CZor* source) {
+  assert(source != nullptr);
   const CBulkPhase phase;
   if (source == this) return;
   Release();
@@ -101,6 +103,7 @@ CZor* CZorEdit::TakeZorData() {
 }
 
 void CZorEdit::ZorDataToEditData(CZor* doc) {
+  assert(doc != nullptr);
   const CBulkPhase phase;
   DrawData.Release();
   ZorFileInfo::operator=(static_cast<const ZorFileInfo&>(*doc));

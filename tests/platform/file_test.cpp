@@ -1,8 +1,10 @@
 #include "qenzor/platform/file.h"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -86,6 +88,22 @@ class UpdatedFile {
   TempFile m_path;
   CFile m_file;
 };
+
+TEST(File, WhatAReadCouldNotSendOnIsToldByTheNextFlushOrClose) {
+  for (const bool flushes : {false, true}) {
+    CFile file;
+    if (!file.Open("/dev/full", CFile::modeWrite)) GTEST_SKIP() << "no /dev/full here";
+    file.Write("abc", 3);
+    char byte = 0;
+    EXPECT_EQ(file.Read(&byte, 1), 0U);
+    if (flushes) {
+      EXPECT_THROW(file.Flush(), CFileException);
+    } else {
+      EXPECT_THROW(file.Close(), CFileException);
+    }
+    EXPECT_NO_THROW(file.Close());
+  }
+}
 
 TEST(File, AReadAfterAWriteGoesOnWhereTheWriteEnded) {
   UpdatedFile file("abcdef");
@@ -254,6 +272,20 @@ TEST(StdioFile, OpeningAFileHandsTheTextToTheSinkFirst) {
   file.Close();
   EXPECT_EQ(path.Text(), "b");
   EXPECT_EQ(sink.GetBytes().size(), 3U);
+}
+
+TEST(StdioFile, ATextLongerThan32BitsCountIsWrittenWhole) {
+  if (std::getenv("QENZOR_LONG") == nullptr)
+    GTEST_SKIP() << "4 GiB are written where there is time";
+  constexpr std::size_t kSize = (std::size_t{1} << 32) + 5;
+  void* const zeros =
+      ::mmap(nullptr, kSize, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+  ASSERT_NE(zeros, MAP_FAILED);
+  CStdioFile file;
+  ASSERT_TRUE(file.Open("/dev/null", CFile::modeCreate));
+  file.WriteString({static_cast<const char*>(zeros), kSize});
+  EXPECT_EQ(file.GetPosition(), kSize);
+  ::munmap(zeros, kSize);
 }
 
 TEST(StdioFile, OpeningAFileKeepsTheTextOfTheOneBefore) {

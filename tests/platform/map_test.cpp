@@ -315,6 +315,29 @@ TEST(Map, AFailedSetChangesNothing) {
   EXPECT_GE(failures, 10U);
 }
 
+TEST(Map, TurningTheOrderRoundThatFailsChangesNothing) {
+  NumberMap map(kFewBuckets);
+  Keys keys;
+  for (Key key = 0; key < 100; ++key) {
+    map.Set(key, 1);
+    keys.push_back(key);
+  }
+  g_allocations_left = 0;
+  bool failed = false;
+  try {
+    map.Reverse();
+  } catch (const std::bad_alloc&) {
+    failed = true;
+  }
+  g_allocations_left = -1;
+  EXPECT_TRUE(failed);
+  EXPECT_EQ(KeysInOrder(map), Expected(keys, kFewBuckets));
+  EXPECT_NE(map.Find(42), nullptr);
+  map.Reverse();
+  std::reverse(keys.begin(), keys.end());
+  EXPECT_EQ(KeysInOrder(map), Expected(keys, kFewBuckets));
+}
+
 TEST(Map, RemovingAndClearingTakeNoMemory) {
   NumberMap map(kFewBuckets);
   for (Key key = 0; key < 1000; ++key) {

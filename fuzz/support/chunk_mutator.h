@@ -1,0 +1,19 @@
+#pragma once
+
+// Changes documents by their chunks: what libFuzzer does to bytes, done to a tree. A target hands
+// both to libFuzzer by including chunk_hooks.h.
+
+#include <cstddef>
+#include <cstdint>
+
+namespace fuzz {
+
+/// Changes the document of size bytes in place, to max_size bytes at most, and gives its new size.
+std::size_t MutateChunks(std::uint8_t* data, std::size_t size, std::size_t max_size, unsigned seed);
+
+/// Puts chunks of the second document into the first, and writes the result to out.
+std::size_t CrossChunks(const std::uint8_t* first, std::size_t first_size,
+                        const std::uint8_t* second, std::size_t second_size, std::uint8_t* out,
+                        std::size_t max_out_size, unsigned seed);
+
+}  // namespace fuzz
