@@ -4,6 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "qenzor/view/filters.h"
+#include "qenzor/view/frame.h"
+
+namespace CLI {
+class App;
+}
+
 namespace tool {
 
 /// What the command line asks for; each command looks at its own part.
@@ -27,6 +34,13 @@ struct Options {
   bool Recursive = false;
   bool All = false;  ///< a terminal gets all findings too
   bool JsonLines = false;
+  qenzor::Filters Filters;
+  qenzor::FrameOptions Frame;
+  std::string Changes;     ///< a change document
+  std::string SchemaForm;  ///< "xml" or "json"
+  std::string SchemaOf;    ///< what the schema describes
+  bool Reverse = false;
+  bool Partial = false;
   bool Json = false;
   bool Strict = false;
   bool Quiet = false;
@@ -41,5 +55,15 @@ int RunConvert(const Options& options);
 int RunInfo(const Options& options);
 int RunCheck(const Options& options);
 int RunSalvage(const Options& options);
+int RunDiff(const Options& options);
+int RunApply(const Options& options);
+int RunSchema(const Options& options);
+
+/// Adds to a command the filters that all commands take, which set the options' filters.
+void AddFilterOptions(CLI::App& command, Options& options);
+/// Says on standard error that no object passes the filters.
+void TellNoMatch();
+
+using Command = int (*)(const Options&);
 
 }  // namespace tool

@@ -140,4 +140,10 @@ std::unique_ptr<typename Kind::Document> ConvertEdit(const Input& input,
   return document;
 }
 
+/// The document that a file holds in either form.
+template <class Kind>
+std::unique_ptr<typename Kind::Document> ReadEitherForm(const Input& input, bool is_xml) {
+  return is_xml ? ConvertEdit<Kind>(input, *ReadXmlEdit<Kind>(input)) : ReadDocument<Kind>(input);
+}
+
 }  // namespace tool
