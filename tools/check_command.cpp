@@ -43,12 +43,6 @@ qenzor::ZIdResult ZIdsOf(const Opened& document, qenzor::XmlEncoding encoding) {
   return qenzor::CollectXmlZIds(LoadText(document.File), document.Kind.Kind, encoding);
 }
 
-qenzor::FrameOptions ParseFrame(const std::string& words) {
-  auto frame = qenzor::FrameOptions::Parse(words);
-  if (!frame) throw CWrongUsage("--frame: " + frame.GetFailure().Reason);
-  return *frame;
-}
-
 class CDeafSink : public qenzor::CFindingSink {
  public:
   bool Take(const qenzor::Finding& /*finding*/) override { return true; }
@@ -65,7 +59,7 @@ class CChecker {
       m_check.MaxDetails = std::min(m_check.MaxDetails, kMaxOnTerminal);
     m_check.RoundTrip = options.RoundTrip;
     m_check.Geometry = options.Geometry;
-    if (!options.Frame.empty()) m_check.Frame = ParseFrame(options.Frame);
+    m_check.Frame = options.Frame;
     m_check.Encoding = EncodingOf(options);
     if (!options.Images.empty())
       m_check.HasImage = [&options](const std::string& name) {

@@ -30,7 +30,6 @@ struct Options {
   bool ListCodes = false;
   bool RoundTrip = false;
   bool Geometry = false;
-  std::string Frame;  ///< words that tell where objects lie
   bool Recursive = false;
   bool All = false;  ///< a terminal gets all findings too
   bool JsonLines = false;
@@ -59,7 +58,9 @@ int RunDiff(const Options& options);
 int RunApply(const Options& options);
 int RunSchema(const Options& options);
 
-/// Adds to a command the filters that all commands take, which set the options' filters.
+/// Adds to a command the option that says where a map's objects lie.
+void AddFrameOption(CLI::App& command, Options& options);
+/// Adds that and the filters that all commands take, which set the options' filters.
 void AddFilterOptions(CLI::App& command, Options& options);
 /// Says on standard error that no object passes the filters.
 void TellNoMatch();

@@ -14,7 +14,7 @@ template <class T>
 void Require(const std::string& option, const qenzor::Result<T>& result) {
   if (result) return;
   const qenzor::Failure& failure = result.GetFailure();
-  if (failure.Path.empty()) throw CLI::ValidationError(option, failure.Reason);
+  if (failure.Path.empty()) throw CWrongUsage(option + ": " + failure.Reason);
   qenzor::Failure rest = failure;
   rest.Path.clear();
   throw CFailure(failure.Path, rest.Describe());
@@ -36,6 +36,10 @@ void AddFilterOptions(CLI::App& command, Options& options) {
         ->type_name(std::string(filter.Value))
         ->allow_extra_args(false);
   }
+  AddFrameOption(command, options);
+}
+
+void AddFrameOption(CLI::App& command, Options& options) {
   command
       .add_option_function<std::string>(
           "--frame",

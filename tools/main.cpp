@@ -156,8 +156,7 @@ int main(int argc, char** argv) try {
                   "Tell what a binary document loses on its way through XML");
   check->add_flag("--geometry", options.Geometry,
                   "Tell where a map's objects are out of place or misshapen");
-  check->add_option("--frame", options.Frame,
-                    "Where objects lie, for --geometry: words as rows=south,unit=1/1000000");
+  tool::AddFrameOption(*check, options);
   check->add_flag("--recursive", options.Recursive, "Check the files in folders, and below");
   check->add_flag("--all", options.All, "Show a terminal more than 20 findings of a kind");
   check
