@@ -447,6 +447,7 @@ class CApplier {
 
   const ChangeDocument& m_changes;
   std::vector<bool> m_isApplied = std::vector<bool>(m_changes.Changes.size());
+  std::vector<bool> m_isMisfit = m_isApplied;
   std::vector<Misfit> m_misfits;
 };
 

@@ -24,22 +24,20 @@ std::unique_ptr<ApplyReport> CApplier::Report() const {
   auto report = std::make_unique<ApplyReport>();
   report->Applied =
       static_cast<std::size_t>(std::count(m_isApplied.begin(), m_isApplied.end(), true));
-  std::vector<bool> is_told = m_isApplied;
-  for (const Misfit& misfit : m_misfits) {
-    // Of a change of many places it is enough that it fits one.
-    if (IsOfAll(At(static_cast<std::uint32_t>(misfit.Index))) && is_told[misfit.Index]) continue;
-    is_told[misfit.Index] = true;
-    report->Misfits.push_back(misfit);
-  }
-  for (std::size_t i = 0; i < is_told.size(); ++i)
-    if (!is_told[i]) report->Misfits.push_back({i, "there is no such place"});
+  // Of a change of all elements it is enough that it fits one.
+  for (const Misfit& misfit : m_misfits)
+    if (!m_isApplied[misfit.Index] || !IsOfAll(m_changes.Changes[misfit.Index]))
+      report->Misfits.push_back(misfit);
+  for (std::size_t i = 0; i < m_isApplied.size(); ++i)
+    if (!m_isApplied[i] && !m_isMisfit[i]) report->Misfits.push_back({i, "there is no such place"});
   std::sort(report->Misfits.begin(), report->Misfits.end(),
             [](const Misfit& a, const Misfit& b) { return a.Index < b.Index; });
   return report;
 }
 
 void CApplier::TellMisfit(std::uint32_t index, CString reason) {
-  m_misfits.push_back({index, std::move(reason)});
+  if (!m_isMisfit[index]) m_misfits.push_back({index, std::move(reason)});
+  m_isMisfit[index] = true;
 }
 
 void CApplier::TellMisfits(const Rows& rows, const CString& reason) {

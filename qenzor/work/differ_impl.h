@@ -328,6 +328,7 @@ class CDiffer {
   void DiffGap(const Chunk& before, const Chunk& after, const ListMatch& match, const Gap& gap) {
     constexpr std::string_view kKey = KeyOfElements<Chunk>();
     std::uint32_t j = gap.NewBegin;
+    std::unordered_map<const CRuntimeClass*, std::uint32_t> nexts;  // none lies before, by class
     const auto add_until = [&](std::uint32_t end) {
       for (; j < end && !m_stopped; ++j)
         if (!match.IsTaken[j - gap.Front] && Passes(*after.GetElem(j)))
@@ -339,7 +340,8 @@ class CDiffer {
         if (Passes(elem) || Passes(*after.GetElem(to))) TellMove({kKey, i, 0}, {}, to);
         continue;
       }
-      std::uint32_t next = j;
+      std::uint32_t& next = nexts[&elem.GetRuntimeClass()];
+      next = std::max(next, j);
       while (next < gap.NewEnd &&
              (match.IsTaken[next - gap.Front] ||
               &after.GetElem(next)->GetRuntimeClass() != &elem.GetRuntimeClass()))
