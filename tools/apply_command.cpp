@@ -37,11 +37,11 @@ std::unique_ptr<qenzor::ChangeDocument> ReadChanges(const Options& options,
     text = ReadText(std::cin, name);
   } else {
     std::ifstream file(options.Changes, std::ios::binary);
-    if (!file) throw CFailure(name, "cannot be opened");
+    if (!file) throw CFailure(name, SystemReason());
     text = ReadText(file, name);
   }
   auto changes = qenzor::ParseChanges(text);
-  if (!changes) throw CFailure(name, DescribeXmlError(changes.GetFailure()));
+  if (!changes) throw CFailure(name, changes.GetFailure().Describe());
   if (!options.Reverse) return changes.Take();
   if (const auto reversed = ReverseChanges(*changes); !reversed)
     throw CFailure(name, reversed.GetFailure().Describe());
