@@ -53,6 +53,11 @@ struct Options {
   qenzor::Filters Filters;
   qenzor::FrameOptions Frame;
   PictureOptions Picture;
+  std::string Changes;     ///< a change document
+  std::string SchemaForm;  ///< "xml" or "json"
+  std::string SchemaOf;    ///< what the schema describes
+  bool Reverse = false;
+  bool Partial = false;
   bool Json = false;
   bool Strict = false;
   bool Quiet = false;
@@ -67,16 +72,20 @@ int RunConvert(const Options& options);
 int RunInfo(const Options& options);
 int RunCheck(const Options& options);
 int RunSalvage(const Options& options);
+int RunDiff(const Options& options);
+int RunApply(const Options& options);
+int RunSchema(const Options& options);
 
-/// Adds to a command the filters that all commands take, which set the options' filters.
-void AddFilterOptions(CLI::App& command, Options& options);
-/// Adds the option --frame alone.
+/// Adds to a command the option that says where a map's objects lie.
 void AddFrameOption(CLI::App& command, Options& options);
+/// Adds that and the filters that all commands take, which set the options' filters.
+void AddFilterOptions(CLI::App& command, Options& options);
 /// Says on standard error that no object passes the filters.
 void TellNoMatch();
 
-/// Adds the commands that make pictures, where these are built; the one that is called is chosen.
 using Command = int (*)(const Options&);
+
+/// Adds the commands that make pictures, where these are built; the one that is called is chosen.
 void AddPictureCommands(CLI::App& app, Options& options, Command& chosen);
 /// Adds the command that makes web pages, where these are built.
 void AddPageCommands(CLI::App& app, Options& options, Command& chosen);

@@ -140,14 +140,19 @@ std::unique_ptr<typename Kind::Document> ConvertEdit(const Input& input,
   return document;
 }
 
+/// The document that a file holds in either form.
+template <class Kind>
+std::unique_ptr<typename Kind::Document> ReadEitherForm(const Input& input, bool is_xml) {
+  return is_xml ? ConvertEdit<Kind>(input, *ReadXmlEdit<Kind>(input)) : ReadDocument<Kind>(input);
+}
+
 /// A document of this kind, binary or XML.
 template <class Kind>
 std::unique_ptr<typename Kind::Document> ReadAny(const std::string& path, const char* what) {
   const Input input = ReadInput(path, "", Need::kFront);
   const DocumentKind found = FindKind(input, "");
   if (found.Kind != Kind::kKind) throw CFailure(input.Name, std::string("is not a ") + what);
-  return found.IsXml ? ConvertEdit<Kind>(input, *ReadXmlEdit<Kind>(input))
-                     : ReadDocument<Kind>(input);
+  return ReadEitherForm<Kind>(input, found.IsXml);
 }
 
 }  // namespace tool

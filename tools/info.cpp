@@ -217,11 +217,7 @@ int RunInfo(const Options& options) {
     const DocumentKind found = FindKind(input, options.Kind);
     WithKind(found.Kind, [&](auto kind) {
       using Kind = decltype(kind);
-      std::unique_ptr<typename Kind::Document> document;
-      if (found.IsXml)
-        document = ConvertEdit<Kind>(input, *ReadXmlEdit<Kind>(input));
-      else
-        document = ReadDocument<Kind>(input);
+      const auto document = ReadEitherForm<Kind>(input, found.IsXml);
       report = {{"File", input.Name},
                 {"Kind", Kind::kRoot},
                 {"Form", found.IsXml ? "XML" : "binary"},

@@ -50,6 +50,48 @@ void AddInOut(CLI::App* sub, tool::Options& options) {
   sub->add_option("OUT", options.Out, "File to write; - for standard output")->required();
 }
 
+void AddDiff(CLI::App& app, tool::Options& options, tool::Command& chosen) {
+  CLI::App* diff =
+      AddCommand(app, options, "diff", "Tell how two documents differ", &tool::RunDiff, chosen);
+  diff->get_option("--quiet")->description("Tell by the exit status alone");
+  diff->add_flag("--json", options.Json, "Print a change document, which apply carries out");
+  diff->add_flag("--all", options.All, "Show all changes, not 100 at most");
+  tool::AddFilterOptions(*diff, options);
+  diff->add_option("A", options.In, "Document or XML; - for standard input")->required();
+  diff->add_option("B", options.Out, "Document or XML; - for standard input")->required();
+  diff->footer(
+      "Exit status: 0 the documents are equal, 1 they differ, 2 trouble.\n"
+      "Examples:\n"
+      "  qenzor diff old.qen new.qen\n"
+      "  qenzor diff --json old.zor new.xml > changes.json");
+}
+
+void AddApply(CLI::App& app, tool::Options& options, tool::Command& chosen) {
+  CLI::App* apply =
+      AddCommand(app, options, "apply", "Carry a change document out", &tool::RunApply, chosen);
+  apply->add_flag("--reverse", options.Reverse, "Lead back what the changes led to");
+  apply->add_flag("--partial", options.Partial, "Carry out what fits where not all does");
+  apply->add_flag("--all", options.All, "Tell of all changes that do not fit, not 100 at most");
+  apply->add_option("BASE", options.In, "Document or XML; - for standard input")->required();
+  apply->add_option("CHANGES", options.Changes, "Change document; - for standard input")
+      ->required();
+  apply->add_option("OUT", options.Out, "Document to write; - for standard output")->required();
+  apply->footer(
+      "Exit status: 0 all is done, 1 something did not fit or failed, 2 wrong usage.\n"
+      "Examples:\n"
+      "  qenzor apply old.qen changes.json new.qen\n"
+      "  qenzor apply --reverse new.qen changes.json old.qen");
+}
+
+void AddSchema(CLI::App& app, tool::Options& options, tool::Command& chosen) {
+  CLI::App* schema = app.add_subcommand("schema", "Print a schema of what is read or written");
+  schema->add_option("FORM", options.SchemaForm, "xml or json")
+      ->required()
+      ->check(CLI::IsMember({"xml", "json"}));
+  schema->add_option("OF", options.SchemaOf, "Of xml: qen or zor; of json: changes")->required();
+  schema->callback([&chosen] { chosen = &tool::RunSchema; });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) try {
@@ -139,6 +181,9 @@ int main(int argc, char** argv) try {
           "  qenzor check --strict --roundtrip --map map.qen drawing.zor\n"
           "  qenzor check --recursive --jsonl --skip Q1061 maps/");
   check->add_option("FILE", options.Files, "Documents or XML; - for standard input");
+  AddDiff(app, options, chosen);
+  AddApply(app, options, chosen);
+  AddSchema(app, options, chosen);
 
   CLI::App* salvage = AddCommand(app, options, "salvage",
                                  "Keep what can be read of a damaged document, and tell what is "
@@ -161,6 +206,8 @@ int main(int argc, char** argv) try {
     Complain(tool::DescribeUnknownCommand(word, commands));
     return kWrongUsage;
   }
+  // As with diff(1), 1 says that there are differences.
+  const int failed = word == "diff" ? kWrongUsage : kFailed;
   tool::WatchSignals();
   try {
     app.parse(argc, argv);
@@ -177,7 +224,7 @@ int main(int argc, char** argv) try {
   } catch (const std::bad_alloc&) {
     Complain("out of memory");
   }
-  return kFailed;
+  return failed;
 } catch (const std::exception& error) {
   Complain(error.what());
   return kFailed;
