@@ -8,7 +8,7 @@
 
 #include "qenzor/draw/list_json.h"
 #include "qenzor/draw/render.h"
-#include "support/mutator.h"
+#include "support/chunk_hooks.h"
 #include "support/require.h"
 
 namespace {
@@ -99,9 +99,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool has_drawing = Read(drawing, data + kFront + length, rest - length);
   Draw(map, has_drawing ? &drawing : nullptr, data[0], data[1]);
   return 0;
-}
-
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
-                                               std::size_t max_size, unsigned seed) {
-  return fuzz::MutateChunks(data, size, max_size, seed);
 }
