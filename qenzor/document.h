@@ -3,6 +3,7 @@
 #include <concepts>
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -14,21 +15,32 @@
 namespace qenzor {
 
 /// Where a document is read from: the file at a path, bytes, or an open file from its position on.
-/// Bytes and file stay the caller's.
+/// All of them stay the caller's, who has them as long as this is used.
 class CDocumentSource {
  public:
+  using Any = std::variant<std::string_view, CString, std::span<const std::uint8_t>, CFile*>;
+
   // NOLINTBEGIN(google-explicit-constructor,hicpp-explicit-conversions): callers name the source
   template <std::convertible_to<CString> Path>
-  CDocumentSource(const Path& path) : m_from(std::in_place_type<CString>, path) {}
+  CDocumentSource(const Path& path) : m_from(PathOf(path)) {}
   template <std::convertible_to<std::span<const std::uint8_t>> Bytes>
   CDocumentSource(const Bytes& bytes) : m_from(std::span<const std::uint8_t>(bytes)) {}
   CDocumentSource(CFile& file) : m_from(&file) {}
   // NOLINTEND(google-explicit-constructor,hicpp-explicit-conversions)
 
-  const std::variant<CString, std::span<const std::uint8_t>, CFile*>& Get() const { return m_from; }
+  const Any& Get() const { return m_from; }
 
  private:
-  std::variant<CString, std::span<const std::uint8_t>, CFile*> m_from;
+  /// Only what is no text itself is copied: nothing is to be thrown before reading has begun.
+  template <class Path>
+  static Any PathOf(const Path& path) {
+    if constexpr (std::convertible_to<Path, std::string_view>)
+      return std::string_view(path);
+    else
+      return CString(path);
+  }
+
+  Any m_from;
 };
 
 /// How a document is saved.

@@ -140,12 +140,14 @@ template <class FromPath, class FromBytes, class FromFile>
 auto VisitSource(const CDocumentSource& source, FromPath&& from_path, FromBytes&& from_bytes,
                  FromFile&& from_file) {
   if (auto* const* file = std::get_if<CFile*>(&source.Get())) return from_file(*file);
-  const auto* path = std::get_if<CString>(&source.Get());
-  if (path == nullptr) return from_bytes(std::get<std::span<const std::uint8_t>>(source.Get()));
-  auto result = from_path(*path);
+  using Bytes = std::span<const std::uint8_t>;
+  if (const auto* bytes = std::get_if<Bytes>(&source.Get())) return from_bytes(*bytes);
+  const auto* view = std::get_if<std::string_view>(&source.Get());
+  const CString path = view != nullptr ? CString(*view) : std::get<CString>(source.Get());
+  auto result = from_path(path);
   if (result) return result;
   Failure failure = result.GetFailure();
-  failure.Path = *path;
+  failure.Path = path;
   return decltype(result)(std::move(failure));
 }
 
