@@ -16,13 +16,12 @@ double ParsePositive(const std::string& option, const std::string& text) {
 
 std::pair<double, double> ParseSize(const std::string& text) {
   const std::size_t by = text.find('x');
-  const auto width = ParseAll<std::uint32_t>(std::string_view(text).substr(0, by));
-  const auto height = by == std::string::npos
-                          ? std::nullopt
-                          : ParseAll<std::uint32_t>(std::string_view(text).substr(by + 1));
-  if (width.value_or(0) == 0 || height.value_or(0) == 0)
-    RefuseOption("--size", text, "a size in pixels as 800x600");
-  return {*width, *height};
+  const std::string_view behind =
+      by == std::string::npos ? "" : std::string_view(text).substr(by + 1);
+  const std::uint32_t width = ParseAll<std::uint32_t>(text.substr(0, by)).value_or(0);
+  const std::uint32_t height = ParseAll<std::uint32_t>(behind).value_or(0);
+  if (width == 0 || height == 0) RefuseOption("--size", text, "a size in pixels as 800x600");
+  return {width, height};
 }
 
 std::uint32_t ParseColor(const std::string& text) {
