@@ -9,6 +9,7 @@
 #include "support/chunk_tree.h"
 #include "support/pantry.h"
 #include "support/random.h"
+#include "support/require.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t max_size);
 
@@ -21,7 +22,7 @@ std::vector<ChunkNode> EmptyChunks() {
   qenzor::ForEachClass([&nodes](auto row) {
     typename decltype(row)::Chunk chunk;
     qenzor::CMemFile file;
-    chunk.Write(&file, true);
+    Require(chunk.Write(&file, true));
     ChunkNode node;
     node.Id = row.kChunkId;
     node.Fields = file.GetBytes();

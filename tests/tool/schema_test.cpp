@@ -92,7 +92,7 @@ TEST_F(Schemas, AcceptChangeDocuments) {
       Sample("world.qen") + " " + Sample("world.qen") + " > none.json");
   for (std::uint64_t seed = 0; seed < 3; ++seed) {
     for (const char* name : {"a.qen", "b.qen"}) {
-      const Bytes map = QenGenerator(name[0] + 1000 * seed).Document();
+      const Bytes map = QenGenerator(static_cast<std::uint64_t>(name[0]) + 1000 * seed).Document();
       Save(At(name), {reinterpret_cast<const char*>(map.data()), map.size()});
     }
     for (const char* name : {"a.zor", "b.zor"})
